@@ -1,0 +1,35 @@
+#pragma once
+
+#include "noyau/Export.h"
+#include "noyau/chaines/InfoLigature.h"
+
+// Nombre d'ensembles de caractères typographiques (fins de ligne, espaces, espaces
+// insécables, traits d'union, tirets longs, tirets courts, dans cet ordre).
+constexpr unsigned long kNbEnsemblesTypographiques = 6;
+
+// Une unité UTF-16, et ce que la bibliothèque sait des caractères en général.
+class NOYAU_EXPORT UniCaractere
+{
+public:
+    constexpr UniCaractere(char16_t c = 0) noexcept : _c(c) {}
+    constexpr operator char16_t() const noexcept { return _c; }
+
+    static const InfoLigature<char16_t> gInfosLigature[];
+    static const unsigned long gNbInfosLigature;
+
+    static const UniCaractere sFinsDeLigne[];
+    static const UniCaractere sEspaces[];
+    static const UniCaractere sEspacesInsecables[];
+    static const UniCaractere sTraitsDUnion[];
+    static const UniCaractere sTiretsLongs[];
+    static const UniCaractere sTiretsCourts[];
+    // Les six ensembles ci-dessus, dans l'ordre, et leurs tailles.
+    static const UniCaractere* const sCarsARemplacer[kNbEnsemblesTypographiques];
+    static const unsigned long sNbCarsARemplacer[kNbEnsemblesTypographiques];
+
+    // Symboles Latin-1 absents de Mac OS Roman (² ³ ¹ ¼ ½ ¾ ×).
+    static const UniCaractere sSymbolesLatin1NonMac[7];
+
+private:
+    char16_t _c;
+};
