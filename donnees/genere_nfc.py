@@ -64,7 +64,7 @@ def source_cpp(base):
         "const unsigned long gNbFichesNFC = %d;" % len(liste_fiches),
         "const FicheNFC gFichesNFC[%d] = {" % len(liste_fiches),
     ]
-    lignes += ["{0x%04X, 0x%04X, 0x%04X, 0, %d, '%s', {}}," % f for f in liste_fiches]
+    lignes += ["{0x%04X, {0x%04X, 0x%04X}, 0, %d, '%s', {}}," % f for f in liste_fiches]
     lignes += ["};", ""]
     lignes.append("const unsigned long gNbPairesCompositionNFC = %d;" % len(liste_paires))
     lignes.append("const PaireCompositionNFC gPairesCompositionNFC[%d] = {" % len(liste_paires))
