@@ -183,18 +183,20 @@ class Generateur:
     def __init__(self, base):
         self.u = base
         self.codages = codages.tables()
-        self.blancs = sorted(c for c in base.proprietes["White_Space"] if c != 0x20)
-        self.tirets = sorted(c for nom, _, membres in ENSEMBLES_TYPOGRAPHIQUES
-                             if nom in ENSEMBLES_TIRETS for c in membres)
+        self.blancs = base.proprietes["White_Space"] - {0x20}
+        self.tirets = {c for nom, _, membres in ENSEMBLES_TYPOGRAPHIQUES
+                       if nom in ENSEMBLES_TIRETS for c in membres}
 
     def categorie(self, c):
         return self.u.caracteres[c].categorie
 
-    def majuscule_unicode(self, c):
+    def majuscule(self, c):
+        """Majuscule simple, dérogations comprises."""
         m = DEROGATIONS["majuscule"].get(c)
         return m if m is not None else (self.u.caracteres[c].majuscule or c)
 
-    def minuscule_unicode(self, c):
+    def minuscule(self, c):
+        """Minuscule simple, dérogations comprises, hors repli des commandes sur l'espace."""
         m = DEROGATIONS["minuscule"].get(c)
         return m if m is not None else (self.u.caracteres[c].minuscule or c)
 
@@ -347,20 +349,18 @@ class Generateur:
         return v
 
     def table(self):
-        blancs = set(self.blancs)
-        tirets = set(self.tirets)
         minuscule_espace = set(DEROGATIONS["minuscule_espace"])
         fiches = []
         for c in range(ucd.NB_UNITES):
-            majuscule = self.majuscule_unicode(c)
-            minuscule = self.minuscule_unicode(c)
+            majuscule = self.majuscule(c)
+            minuscule = self.minuscule(c)
             casse_inversee = majuscule if majuscule != c else minuscule
             if c in minuscule_espace:
                 minuscule = 0x0020
-            espaces = 0x0020 if c in blancs else c
-            if c in blancs:
+            espaces = 0x0020 if c in self.blancs else c
+            if c in self.blancs:
                 typographie = 0x0020
-            elif c in tirets:
+            elif c in self.tirets:
                 typographie = 0x002D
             elif c in APOSTROPHES:
                 typographie = 0x0027
@@ -419,7 +419,7 @@ class Generateur:
             return c
 
         for c in range(ucd.NB_UNITES):
-            for autre in (self.majuscule_unicode(c), self.minuscule_unicode(c)):
+            for autre in (self.majuscule(c), self.minuscule(c)):
                 parent[racine(autre)] = racine(c)
         classes = {}
         for c in range(ucd.NB_UNITES):
