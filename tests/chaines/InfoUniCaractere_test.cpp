@@ -72,6 +72,13 @@ TEST(InfoUniCaractere, ClassesDonneesEnExemple)
         EXPECT_TRUE(Mot(c, kInfoClassePonctuation) & kPoncBlanc) << std::hex << int(c);
     for (char16_t c : std::u16string(u"a.-'\u200B"))
         EXPECT_FALSE(Mot(c, kInfoClassePonctuation) & kPoncBlanc) << std::hex << int(c);
+    // Le mot 8 dit dans quels codages à un octet une unité s'écrit.
+    std::uint16_t const codages = kPropMacRoman | kPropLatin9 | kPropWinLatin1 | kPropDOS;
+    EXPECT_EQ(Mot(u'é', kInfoProprietes) & codages, codages);
+    EXPECT_EQ(Mot(u'€', kInfoProprietes) & codages, kPropMacRoman | kPropLatin9 | kPropWinLatin1);
+    EXPECT_EQ(Mot(u'²', kInfoProprietes) & codages, kPropLatin9 | kPropWinLatin1 | kPropDOS);
+    EXPECT_EQ(Mot(u'Ω', kInfoProprietes) & codages, kPropMacRoman);
+
     for (char16_t c = 0; c < 0x3000; ++c) {
         bool finDeLigne = (c >= 0x0A && c <= 0x0E) || c == 0x11 || c == 0x2028 || c == 0x2029;
         EXPECT_EQ(bool(Mot(c, kInfoClassePonctuation) & kPoncFinDeLigne), finDeLigne)
@@ -124,8 +131,9 @@ TEST(InfoUniCaractere, ReplisTypographiques)
     EXPECT_EQ(Mot(u'\u2014', kInfoEspaces), u'\u2014');
     // Le repli des espaces est celui du mot 4, restreint aux blancs.
     for (unsigned long c = 0; c < kNbUnitesUTF16; ++c) {
-        if (gInfoUniCaractere[c][kInfoEspaces] != c)
+        if (gInfoUniCaractere[c][kInfoEspaces] != c) {
             EXPECT_EQ(gInfoUniCaractere[c][kInfoTypographie], u' ');
+        }
     }
 }
 
