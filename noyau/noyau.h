@@ -4,8 +4,16 @@
 
 #include "noyau/Export.h"
 
+#include "noyau/algorithmes/Entiers.h"
 #include "noyau/chaines/Caractere.h"
+#include "noyau/chaines/ConvertisseurChaineN.h"
+#include "noyau/chaines/EgaliteCaracteres.h"
 #include "noyau/chaines/InfoLigature.h"
 #include "noyau/chaines/InfoUniCaractere.h"
 #include "noyau/chaines/UniCaractere.h"
 #include "noyau/chaines/UniChaine.h"
+#include "noyau/conteneurs/ListeT.h"
+#include "noyau/conteneurs/Paire.h"
+#include "noyau/erreurs/ExceptionDBus.h"
+#include "noyau/erreurs/Exceptions.h"
+#include "noyau/langues/Langue.h"

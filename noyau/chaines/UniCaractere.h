@@ -14,6 +14,12 @@ public:
     constexpr UniCaractere(char16_t c = 0) noexcept : _c(c) {}
     constexpr operator char16_t() const noexcept { return _c; }
 
+    // Lettres d'une ligature (mot 9, bit kMarqueLigature) écrites dans sortie, suivies d'un
+    // zéro s'il reste de la place ; faux pour tout autre caractère. *nbEcrites reçoit le
+    // nombre de lettres écrites.
+    static bool DecompositionLigature(char16_t c, char16_t* sortie, unsigned long capacite,
+                                      unsigned long* nbEcrites = nullptr) noexcept;
+
     static const InfoLigature<char16_t> gInfosLigature[];
     static const unsigned long gNbInfosLigature;
 
