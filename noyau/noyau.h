@@ -5,7 +5,9 @@
 #include "noyau/Export.h"
 
 #include "noyau/algorithmes/Entiers.h"
+#include "noyau/algorithmes/ExpressionReguliere.h"
 #include "noyau/chaines/Caractere.h"
+#include "noyau/chaines/ChaineN.h"
 #include "noyau/chaines/ConvertisseurChaineN.h"
 #include "noyau/chaines/EgaliteCaracteres.h"
 #include "noyau/chaines/InfoLigature.h"

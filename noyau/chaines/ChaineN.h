@@ -1,0 +1,365 @@
+#pragma once
+
+#include "noyau/Export.h"
+#include "noyau/chaines/EgaliteCaracteres.h"
+#include "noyau/conteneurs/ListeT.h"
+#include "noyau/conteneurs/Paire.h"
+
+#include <cstdarg>
+#include <cstdint>
+#include <iosfwd>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace sdd {
+
+class ExpressionReguliere;
+
+// Chaîne d'unités UTF-16 partagée par compte de références : une copie ne coûte qu'un
+// incrément atomique, la première écriture sur un texte partagé le recopie.
+class NOYAU_EXPORT ChaineN
+{
+public:
+    // Codages externes, choisis à chaque appel ; une valeur hors liste vaut Mac OS Roman.
+    enum Codage : int
+    {
+        kMacRoman = 0,
+        kLatin9 = 1,
+        kWinLatin1 = 2,
+        kDOS = 3, // IBM 850
+        kUTF8 = 4,
+        kUTF16LE = 5,
+        kUTF16BE = 6
+    };
+
+    using Malgray = sdd::Malgray;
+    static constexpr Malgray MalgrayLigatures = sdd::MalgrayLigatures;
+    static constexpr Malgray MalgrayAccents = sdd::MalgrayAccents;
+    static constexpr Malgray MalgrayCasse = sdd::MalgrayCasse;
+    static constexpr Malgray MalgrayTypographie = sdd::MalgrayTypographie;
+
+    // Longueur à prendre jusqu'au zéro final.
+    static constexpr unsigned long kJusquAuZero = static_cast<unsigned long>(-1);
+    static constexpr unsigned long kMaxUnites = 0x7FFFFFF0;
+
+    using Intervalle = Paire<unsigned long, unsigned long>; // début, longueur
+
+    // Construction
+    constexpr ChaineN() noexcept : _texte(0), _convertisseur() {}
+    ChaineN(ChaineN const& autre) noexcept;
+    ChaineN(ChaineN&& autre) noexcept;
+    // emprunte : le texte n'est pas copié ; il doit rester en vie et inchangé tant que la
+    // chaîne (ou une copie) s'en sert, et être suivi d'une unité nulle.
+    ChaineN(char16_t const* texte, unsigned long longueur = kJusquAuZero, bool emprunte = false);
+    explicit ChaineN(char16_t c);
+    ChaineN(char const* texte, Codage codage, unsigned long nbOctets = kJusquAuZero);
+    ChaineN(std::string const& texte, Codage codage);
+    // Texte mis en forme (voir Format) ; le format est dans le codage donné.
+    ChaineN(Codage codage, char const* format, ...);
+    ~ChaineN();
+
+    // Affectation
+    ChaineN& operator=(ChaineN const& autre) noexcept;
+    ChaineN& operator=(ChaineN&& autre) noexcept;
+    ChaineN& Mets(char16_t const* texte, unsigned long longueur = kJusquAuZero);
+    ChaineN& Mets(char const* texte, Codage codage, unsigned long nbOctets = kJusquAuZero);
+    // Les longueur premières unités de autre.
+    ChaineN& Mets(ChaineN const& autre, unsigned long longueur = kJusquAuZero);
+    ChaineN& Vide() noexcept;
+
+    // Ajouts
+    ChaineN& AjouteFin(char16_t const* texte, unsigned long longueur = kJusquAuZero);
+    ChaineN AjouteFin(char16_t const* texte, unsigned long longueur = kJusquAuZero) const
+    {
+        return ChaineN(*this).AjouteFin(texte, longueur);
+    }
+    ChaineN& AjouteFin(char16_t c) { return AjouteFin(c, 1); }
+    ChaineN AjouteFin(char16_t c) const { return ChaineN(*this).AjouteFin(c); }
+    ChaineN& AjouteFin(char16_t c, unsigned long n);
+    ChaineN AjouteFin(char16_t c, unsigned long n) const { return ChaineN(*this).AjouteFin(c, n); }
+    ChaineN& AjouteFin(char const* texte, Codage codage, unsigned long nbOctets = kJusquAuZero);
+    ChaineN AjouteFin(char const* texte, Codage codage, unsigned long nbOctets = kJusquAuZero) const
+    {
+        return ChaineN(*this).AjouteFin(texte, codage, nbOctets);
+    }
+    ChaineN& AjouteFin(ChaineN const& autre);
+    ChaineN AjouteFin(ChaineN const& autre) const { return ChaineN(*this).AjouteFin(autre); }
+
+    ChaineN& AjouteDebut(char16_t const* texte, unsigned long longueur = kJusquAuZero);
+    ChaineN AjouteDebut(char16_t const* texte, unsigned long longueur = kJusquAuZero) const
+    {
+        return ChaineN(*this).AjouteDebut(texte, longueur);
+    }
+    ChaineN& AjouteDebut(char16_t c) { return _Remplace(0, 0, &c, 1); }
+    ChaineN AjouteDebut(char16_t c) const { return ChaineN(*this).AjouteDebut(c); }
+    ChaineN& AjouteDebut(char const* texte, Codage codage, unsigned long nbOctets = kJusquAuZero);
+    ChaineN AjouteDebut(char const* texte, Codage codage, unsigned long nbOctets = kJusquAuZero) const
+    {
+        return ChaineN(*this).AjouteDebut(texte, codage, nbOctets);
+    }
+    ChaineN& AjouteDebut(ChaineN const& autre);
+    ChaineN AjouteDebut(ChaineN const& autre) const { return ChaineN(*this).AjouteDebut(autre); }
+
+    ChaineN& operator+=(ChaineN const& autre) { return AjouteFin(autre); }
+    ChaineN& operator+=(char16_t c) { return AjouteFin(c); }
+    ChaineN& operator+=(char16_t const* texte) { return AjouteFin(texte); }
+
+    // Accès aux unités
+    unsigned long Longueur() const noexcept;
+    bool EstVide() const noexcept { return Longueur() == 0; }
+    // Unités suivies d'un zéro ; nul pour la chaîne vide.
+    char16_t const* PreteUniCString() const noexcept;
+    char16_t operator[](unsigned long i) const;
+    ChaineN& MetsCarAIndex(char16_t c, unsigned long i);
+    ChaineN MetsCarAIndex(char16_t c, unsigned long i) const
+    {
+        return ChaineN(*this).MetsCarAIndex(c, i);
+    }
+    // Place réservée en unités (0 sans texte propre).
+    unsigned long Capacite() const noexcept;
+
+    // Remplacements et retraits. « DepuisFin » : pos compte depuis la fin, l'intervalle
+    // commence pos unités avant elle.
+    ChaineN& Remplace(unsigned long pos, unsigned long n, char16_t c) { return _Remplace(pos, n, &c, 1); }
+    ChaineN Remplace(unsigned long pos, unsigned long n, char16_t c) const
+    {
+        return ChaineN(*this).Remplace(pos, n, c);
+    }
+    ChaineN& Remplace(unsigned long pos, unsigned long n, ChaineN const& par);
+    ChaineN Remplace(unsigned long pos, unsigned long n, ChaineN const& par) const
+    {
+        return ChaineN(*this).Remplace(pos, n, par);
+    }
+    ChaineN& RemplaceDepuisFin(unsigned long pos, unsigned long n, char16_t c);
+    ChaineN RemplaceDepuisFin(unsigned long pos, unsigned long n, char16_t c) const
+    {
+        return ChaineN(*this).RemplaceDepuisFin(pos, n, c);
+    }
+    ChaineN& RemplaceDepuisFin(unsigned long pos, unsigned long n, ChaineN const& par);
+    ChaineN RemplaceDepuisFin(unsigned long pos, unsigned long n, ChaineN const& par) const
+    {
+        return ChaineN(*this).RemplaceDepuisFin(pos, n, par);
+    }
+    ChaineN& RemplaceFin(unsigned long n, char16_t c);
+    ChaineN RemplaceFin(unsigned long n, char16_t c) const { return ChaineN(*this).RemplaceFin(n, c); }
+    ChaineN& RemplaceFin(unsigned long n, ChaineN const& par);
+    ChaineN RemplaceFin(unsigned long n, ChaineN const& par) const
+    {
+        return ChaineN(*this).RemplaceFin(n, par);
+    }
+    ChaineN& EnleveIntervalle(unsigned long pos, unsigned long n) { return _Remplace(pos, n, nullptr, 0); }
+    ChaineN EnleveIntervalle(unsigned long pos, unsigned long n) const
+    {
+        return ChaineN(*this).EnleveIntervalle(pos, n);
+    }
+    ChaineN& EnleveDepuisFin(unsigned long pos, unsigned long n);
+    ChaineN EnleveDepuisFin(unsigned long pos, unsigned long n) const
+    {
+        return ChaineN(*this).EnleveDepuisFin(pos, n);
+    }
+    ChaineN& EnleveDebut(unsigned long n) { return _Remplace(0, n, nullptr, 0); }
+    ChaineN EnleveDebut(unsigned long n) const { return ChaineN(*this).EnleveDebut(n); }
+    ChaineN& EnleveFin(unsigned long n);
+    ChaineN EnleveFin(unsigned long n) const { return ChaineN(*this).EnleveFin(n); }
+    // Garde les n unités depuis pos (jusqu'à la fin par défaut).
+    ChaineN& SousChaine(unsigned long pos, unsigned long n = kJusquAuZero);
+    ChaineN SousChaine(unsigned long pos, unsigned long n = kJusquAuZero) const
+    {
+        return ChaineN(*this).SousChaine(pos, n);
+    }
+    // Chaque occurrence depuis la position donnée.
+    ChaineN& Remplace(char16_t ancien, char16_t nouveau, Malgray m = 0, unsigned long depuis = 0);
+    ChaineN Remplace(char16_t ancien, char16_t nouveau, Malgray m = 0, unsigned long depuis = 0) const
+    {
+        return ChaineN(*this).Remplace(ancien, nouveau, m, depuis);
+    }
+    ChaineN& Remplace(ChaineN const& ancien, ChaineN const& nouveau, Malgray m = 0,
+                      unsigned long depuis = 0);
+    ChaineN Remplace(ChaineN const& ancien, ChaineN const& nouveau, Malgray m = 0,
+                     unsigned long depuis = 0) const
+    {
+        return ChaineN(*this).Remplace(ancien, nouveau, m, depuis);
+    }
+    ChaineN& RemplaceMotEntier(ChaineN const& ancien, ChaineN const& nouveau);
+    ChaineN RemplaceMotEntier(ChaineN const& ancien, ChaineN const& nouveau) const
+    {
+        return ChaineN(*this).RemplaceMotEntier(ancien, nouveau);
+    }
+
+    // Comparaisons. Compare : ordre des unités, -1, 0 ou 1.
+    int Compare(ChaineN const& autre) const noexcept;
+    bool operator==(ChaineN const& autre) const noexcept { return Egal(autre); }
+    bool operator!=(ChaineN const& autre) const noexcept { return !Egal(autre); }
+    bool operator<(ChaineN const& autre) const noexcept { return Compare(autre) < 0; }
+    bool operator<=(ChaineN const& autre) const noexcept { return Compare(autre) <= 0; }
+    bool operator>(ChaineN const& autre) const noexcept { return Compare(autre) > 0; }
+    bool operator>=(ChaineN const& autre) const noexcept { return Compare(autre) >= 0; }
+    bool Egal(ChaineN const& autre, Malgray m = 0) const noexcept;
+    bool Egal(char16_t const* texte, unsigned long longueur, Malgray m = 0) const noexcept;
+    bool CommencePar(ChaineN const& debut, Malgray m = 0) const noexcept;
+    bool TerminePar(ChaineN const& fin, Malgray m = 0) const noexcept;
+    bool ContientALaPos(ChaineN const& autre, unsigned long pos, Malgray m = 0) const noexcept;
+    unsigned long LongueurPrefixeCommun(ChaineN const& autre, Malgray m = 0) const noexcept;
+    unsigned long LongueurSuffixeCommun(ChaineN const& autre, Malgray m = 0) const noexcept;
+
+    // Recherches : vrai si trouvé, la position dans *pos.
+    bool Contient(ChaineN const& motif, unsigned long* pos = nullptr, unsigned long depuis = 0,
+                  Malgray m = 0) const noexcept;
+    bool Contient(char16_t c, unsigned long* pos = nullptr, unsigned long depuis = 0,
+                  Malgray m = 0) const noexcept;
+    static bool Contient(char16_t const* texte, char16_t c, unsigned long* pos = nullptr,
+                         Malgray m = 0) noexcept;
+    static bool Contient(char16_t const* texte, unsigned long longueur, char16_t c,
+                         unsigned long* pos = nullptr, Malgray m = 0) noexcept;
+    // Dernière occurrence commençant avant avant (toute la chaîne par défaut).
+    bool TrouveDernier(ChaineN const& motif, unsigned long* pos = nullptr,
+                       unsigned long avant = kJusquAuZero, Malgray m = 0) const noexcept;
+    bool TrouveDernier(char16_t c, unsigned long* pos = nullptr, unsigned long avant = kJusquAuZero,
+                       Malgray m = 0) const noexcept;
+    // Occurrence bordée de séparateurs de mots ou des extrémités.
+    bool ContientMotEntier(ChaineN const& mot, unsigned long* pos = nullptr,
+                           unsigned long depuis = 0, Malgray m = 0) const noexcept;
+    bool ContientUnCarDe(ChaineN const& cars, unsigned long* pos = nullptr,
+                         unsigned long depuis = 0) const noexcept;
+    // Depuis la position donnée (la fin par défaut) vers le début.
+    bool TrouveUnCarDeVersLArriere(ChaineN const& cars, unsigned long* pos = nullptr,
+                                   unsigned long depuis = kJusquAuZero) const noexcept;
+    bool ContientRegex(ExpressionReguliere const& expression, ListeC<Intervalle>* resultats = nullptr,
+                       unsigned long depuis = 0) const;
+    bool ContientRegex(ChaineN const& motif, ListeC<Intervalle>* resultats = nullptr,
+                       unsigned long depuis = 0) const;
+
+    // Transformations caractère à caractère, selon la table des caractères.
+    ChaineN& Majusculise();
+    ChaineN Majusculise() const { return ChaineN(*this).Majusculise(); }
+    ChaineN& Minusculise();
+    ChaineN Minusculise() const { return ChaineN(*this).Minusculise(); }
+    ChaineN& MajusculisePremiereLettre();
+    ChaineN MajusculisePremiereLettre() const { return ChaineN(*this).MajusculisePremiereLettre(); }
+    ChaineN& MinusculisePremiereLettre();
+    ChaineN MinusculisePremiereLettre() const { return ChaineN(*this).MinusculisePremiereLettre(); }
+    ChaineN& MinusculiseDeuxiemeLettre();
+    ChaineN MinusculiseDeuxiemeLettre() const { return ChaineN(*this).MinusculiseDeuxiemeLettre(); }
+    ChaineN& MinusculiseSansAccent();
+    ChaineN MinusculiseSansAccent() const { return ChaineN(*this).MinusculiseSansAccent(); }
+    ChaineN& Desaccentue();
+    ChaineN Desaccentue() const { return ChaineN(*this).Desaccentue(); }
+    ChaineN& Deligature();
+    ChaineN Deligature() const { return ChaineN(*this).Deligature(); }
+    ChaineN& Ligature();
+    ChaineN Ligature() const { return ChaineN(*this).Ligature(); }
+    ChaineN& NormaliseApostrophe(char16_t apostrophe = u'\u2019');
+    ChaineN NormaliseApostrophe(char16_t apostrophe = u'\u2019') const
+    {
+        return ChaineN(*this).NormaliseApostrophe(apostrophe);
+    }
+    ChaineN& Inverse();
+    ChaineN Inverse() const { return ChaineN(*this).Inverse(); }
+    ChaineN& EnleveCarNonAlpha();
+    ChaineN EnleveCarNonAlpha() const { return ChaineN(*this).EnleveCarNonAlpha(); }
+    ChaineN& NettoieBlancs();
+    ChaineN NettoieBlancs() const { return ChaineN(*this).NettoieBlancs(); }
+    ChaineN& ConsolideBlancs();
+    ChaineN ConsolideBlancs() const { return ChaineN(*this).ConsolideBlancs(); }
+    ChaineN& ConsolideBlancsMemeTypes();
+    ChaineN ConsolideBlancsMemeTypes() const { return ChaineN(*this).ConsolideBlancsMemeTypes(); }
+
+    // Casse
+    bool EstToutEnMinuscules() const noexcept;
+    bool EstToutEnMajuscules() const noexcept;
+    bool EstToutEnMajusculesSaufDerniereLettre() const noexcept;
+    bool ContientMajuscule() const noexcept;
+    bool CommenceParMajuscule() const noexcept;
+
+    // Nombres. Base de 2 à 16 ; pour un double, le deuxième argument est le nombre de
+    // décimales.
+    static ChaineN DepuisNombre(int valeur, unsigned long base = 10, unsigned long largeur = 0,
+                                bool zeros = false, bool aGauche = false);
+    static ChaineN DepuisNombre(unsigned int valeur, unsigned long base = 10,
+                                unsigned long largeur = 0, bool zeros = false, bool aGauche = false);
+    static ChaineN DepuisNombre(long valeur, unsigned long base = 10, unsigned long largeur = 0,
+                                bool zeros = false, bool aGauche = false);
+    static ChaineN DepuisNombre(unsigned long valeur, unsigned long base = 10,
+                                unsigned long largeur = 0, bool zeros = false, bool aGauche = false);
+    static ChaineN DepuisNombre(long long valeur, unsigned long base = 10,
+                                unsigned long largeur = 0, bool zeros = false, bool aGauche = false);
+    static ChaineN DepuisNombre(unsigned long long valeur, unsigned long base = 10,
+                                unsigned long largeur = 0, bool zeros = false, bool aGauche = false);
+    static ChaineN DepuisNombre(double valeur, unsigned long decimales = 6,
+                                unsigned long largeur = 0, bool zeros = false, bool aGauche = false);
+    // Nombre écrit en tête de la chaîne (blancs initiaux sautés) ; 0 sans nombre.
+    long long DonneEntier() const noexcept;
+    double DonneDouble() const noexcept;
+    // Mise en forme à la printf, format en UTF-8 ; voir docs/chaines.md pour les directives.
+    static ChaineN Format(ChaineN const& format, ...);
+    static ChaineN vFormat(ChaineN const& format, va_list arguments);
+
+    // Formes en octets. Sans tampon, le résultat vit dans la chaîne jusqu'au prochain appel ;
+    // avec tampon, au plus taille - 1 octets et un zéro y sont écrits.
+    char const* PreteCString(Codage codage, unsigned long taille = 0, char* tampon = nullptr) const;
+    char const* PreteUTF8(unsigned long taille = 0, char* tampon = nullptr) const
+    {
+        return PreteCString(kUTF8, taille, tampon);
+    }
+    char const* PreteMacRoman(unsigned long taille = 0, char* tampon = nullptr) const
+    {
+        return PreteCString(kMacRoman, taille, tampon);
+    }
+    // Tableau neuf (new[]) que l'appelant libère.
+    char* CreeCString(Codage codage) const;
+    std::string DonneStdString(Codage codage = kUTF8) const;
+
+    // Échappement « %XX » des octets UTF-8.
+    ChaineN DonneChaineEchappayPourcent(ChaineN const& garder = ChaineN(),
+                                        ChaineN const& forcer = ChaineN()) const;
+    ChaineN DonneChaineDesechappeePourcent() const;
+
+    // Les parties, séparées par cette chaîne.
+    ChaineN Joindre(std::vector<ChaineN> const& parties) const;
+    ChaineN Joindre(ListeC<ChaineN> const& parties) const;
+    ChaineN Joindre(ListeT<ChaineN, 2, 1, unsigned long> const& parties) const;
+
+    std::uint64_t hash() const noexcept;
+
+    static char16_t DonneUniCarPourCarMacRoman(char c) noexcept;
+    static char DonneCarMacRomanPourUniCar(char16_t c);
+    // Détruit les convertisseurs ; aucune conversion ne doit être en cours.
+    static void LibereConvertisseurPourCodage() noexcept;
+
+private:
+    struct BlocTas;
+    struct BlocEmprunte;
+
+    bool _EstEmprunte() const noexcept { return (_texte & 1u) != 0; }
+    BlocTas* _Tas() const noexcept { return reinterpret_cast<BlocTas*>(_texte); }
+    BlocEmprunte* _Emprunte() const noexcept { return reinterpret_cast<BlocEmprunte*>(_texte - 1); }
+    char16_t const* _Unites() const noexcept;
+    char16_t* _UnitesModifiables() noexcept;
+    void _MetsLongueur(unsigned long n) noexcept;
+    void _Relache() noexcept;
+    // Place pour n unités dans un bloc propre à cette chaîne.
+    void _Assure(unsigned long n);
+    // Remplace n unités depuis pos par les m unités données (qui peuvent venir d'elle-même).
+    ChaineN& _Remplace(unsigned long pos, unsigned long n, char16_t const* unites, unsigned long m);
+    ChaineN& _RemplaceOctets(unsigned long pos, unsigned long n, char const* octets, Codage codage,
+                             unsigned long nbOctets);
+    template <typename Repli>
+    ChaineN& _Transforme(Repli repli);
+    template <typename Garder>
+    ChaineN& _Filtre(Garder garder);
+    bool _CorrespondALaPos(ChaineN const& motif, unsigned long pos, Malgray m,
+                           unsigned long* nbUtilises) const noexcept;
+    [[noreturn]] void _LanceHorsBorne(unsigned long index) const;
+
+    std::uintptr_t _texte = 0;                   // bloc partagé, bit 0 : emprunté
+    mutable std::unique_ptr<char[]> _convertisseur; // dernière forme rendue par PreteCString
+};
+
+ChaineN NOYAU_EXPORT operator+(ChaineN const& a, ChaineN const& b);
+NOYAU_EXPORT std::ostream& operator<<(std::ostream& flux, ChaineN const& chaine);
+
+// La chaîne vide partagée.
+extern NOYAU_EXPORT const ChaineN kChaineNNulle;
+
+} // namespace sdd
