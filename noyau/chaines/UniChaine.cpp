@@ -8,6 +8,7 @@
 #include <QHash>
 
 #include <algorithm>
+#include <bitset>
 #include <cmath>
 #include <cstring>
 #include <memory>
@@ -670,8 +671,11 @@ bool UniChaine::TrouveDernier(UniChaine const& autre, int* pos, int avant, Malgr
                 break;
             }
         }
+    } else if (autre._texte.isEmpty()) {
+        trouve = depart;
     } else if (m == 0) {
-        trouve = _texte.lastIndexOf(autre._texte, depart);
+        // Pour Qt, une position de départ égale à la longueur est hors du texte.
+        trouve = _texte.lastIndexOf(autre._texte, depart < _texte.size() ? depart : -1);
     } else {
         depart = std::min(depart, _texte.size() - autre._texte.size());
         for (int k = depart; k >= 0; --k) {
@@ -1181,6 +1185,26 @@ UniChaine UniChaine::AjusteTypographieSansEspaceFine() const
     UNICHAINE_JUMEAU(AjusteTypographieSansEspaceFine());
 }
 
+namespace {
+
+// Membres des six ensembles typographiques, pour éviter les expressions quand le texte n'en
+// a aucun (le cas courant).
+bool EstCarTypographique(char16_t c) noexcept
+{
+    static std::bitset<kNbUnitesUTF16> const membres = [] {
+        std::bitset<kNbUnitesUTF16> b;
+        for (unsigned long e = 0; e < kNbEnsemblesTypographiques; ++e) {
+            for (unsigned long k = 0; k < UniCaractere::sNbCarsARemplacer[e]; ++k) {
+                b.set(UniCaractere::sCarsARemplacer[e][k]);
+            }
+        }
+        return b;
+    }();
+    return membres[c];
+}
+
+} // namespace
+
 UniChaine::TableCarTypographiques const& UniChaine::DonneTableCarTypographiques()
 {
     static TableCarTypographiques const table = [] {
@@ -1206,8 +1230,7 @@ UniChaine& UniChaine::ConvertisCarsTypographiques(Codage codage)
     if (CodageChaineN(codage) < 0 || codage == kUTF8 || codage == kUTF16) {
         return *this;
     }
-    // Tous les membres des ensembles ont un repli typographique : sans repli, rien à faire.
-    if (AucuneUnite(_texte, [](char16_t c) { return Mot(c, kInfoTypographie) != c; })) {
+    if (AucuneUnite(_texte, EstCarTypographique)) {
         return *this;
     }
     for (auto const& entree : DonneTableCarTypographiques()) {
@@ -1369,16 +1392,20 @@ void VerifieBase(int base)
     }
 }
 
-// QString::arg place le remplissage devant le signe (-5 sur 4 zéros : « 00-5 »), comme
-// sdd::ChaineN ; ses lettres sont minuscules, celles de la bibliothèque majuscules.
-template <typename Entier>
-UniChaine EntierEnTexte(Entier n, int base, int largeur, bool zeros, bool aGauche)
+// Comme sdd::ChaineN : chiffres majuscules, et le remplissage va devant le texte entier,
+// signe compris (-5 sur 4 zéros : « 00-5 »), ce que QString::arg ne fait pas.
+UniChaine EntierEnTexte(bool negatif, qulonglong valeur, int base, int largeur, bool zeros,
+                        bool aGauche)
 {
     VerifieBase(base);
-    QChar const remplissage = zeros ? QLatin1Char('0') : QLatin1Char(' ');
-    QString texte = QStringLiteral("%1").arg(n, aGauche ? -largeur : largeur, base, remplissage);
-    if (base > 10) {
-        texte = texte.toUpper();
+    QString texte = QString::number(valeur, base).toUpper();
+    if (negatif) {
+        texte.prepend(QLatin1Char('-'));
+    }
+    if (texte.size() < largeur) {
+        QString const remplissage(largeur - texte.size(),
+                                  zeros ? QLatin1Char('0') : QLatin1Char(' '));
+        texte = aGauche ? texte + remplissage : remplissage + texte;
     }
     return UniChaine(texte);
 }
@@ -1451,12 +1478,14 @@ constexpr int kMaxDecimales = 17;
 
 UniChaine UniChaine::DepuisNombre(int n, int base, int largeur, bool zeros, bool aGauche)
 {
-    return EntierEnTexte(n, base, largeur, zeros, aGauche);
+    qlonglong const valeur = n;
+    return EntierEnTexte(valeur < 0, qulonglong(valeur < 0 ? -valeur : valeur), base, largeur,
+                         zeros, aGauche);
 }
 
 UniChaine UniChaine::DepuisNombre(unsigned int n, int base, int largeur, bool zeros, bool aGauche)
 {
-    return EntierEnTexte(n, base, largeur, zeros, aGauche);
+    return EntierEnTexte(false, n, base, largeur, zeros, aGauche);
 }
 
 UniChaine UniChaine::DepuisNombre(double x, int decimales)
