@@ -76,6 +76,9 @@ public:
     UniChaine(char const* texte, Codage codage = kUTF8, int longueur = -1);
     UniChaine(std::string const& texte, Codage codage);
     virtual ~UniChaine();
+    // Point d'extension des classes dérivées ; ne fait rien ici. Les virtuelles gardent cet
+    // ordre : destructeur, Actualise, hash.
+    virtual void Actualise() {}
 
     UniChaine& operator=(UniChaine const& autre);
     UniChaine& operator=(UniChaine&& autre) noexcept;
@@ -324,8 +327,6 @@ public:
     static void LibereLocale() noexcept;
     static UCollator* monCollatorLocale;
 
-    // Point d'extension des classes dérivées ; ne fait rien ici.
-    virtual void Actualise() {}
 
     // Caractère qui remplace les membres de chaque ensemble typographique de
     // UniCaractere::sCarsARemplacer, dans le même ordre.
