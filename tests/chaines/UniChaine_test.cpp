@@ -438,6 +438,16 @@ TEST(UniChaine, CompareLocaleCommeICUSurLeDictionnaire)
     EXPECT_EQ(U(u"porte-clé").CompareLocale(U(u"porteclé")), 0);
     EXPECT_LT(U(u"eleve").CompareLocale(U(u"élève")), 0);
     EXPECT_LT(U(u"élève").CompareLocale(U(u"elevez")), 0);
+    // Un nom qu'ICU refuse : l'exception, et le collateur précédent reste.
+    UCollator* const avant = UniChaine::monCollatorLocale;
+    try {
+        UniChaine::InitialiseLocale(UniChaine(QString(400, QLatin1Char('x'))));
+        ADD_FAILURE() << "pas d'exception";
+    } catch (sdd::exceptions::OuvertureEchouee const& e) {
+        EXPECT_EQ(Texte(e.Message()), u"Ouverture échouée");
+    }
+    EXPECT_EQ(UniChaine::monCollatorLocale, avant);
+    EXPECT_EQ(U(u"Élève").CompareLocale(U(u"élève")), 0);
     UniChaine::LibereLocale();
     EXPECT_EQ(UniChaine::monCollatorLocale, nullptr);
 }
