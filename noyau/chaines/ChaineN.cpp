@@ -1237,7 +1237,7 @@ double ChaineN::DonneDouble() const noexcept
     }
 }
 
-ChaineN ChaineN::Format(ChaineN const& format, ...)
+ChaineN ChaineN::Format(ChaineN format, ...)
 {
     va_list arguments;
     va_start(arguments, format);

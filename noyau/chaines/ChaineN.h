@@ -292,7 +292,7 @@ public:
     long long DonneEntier() const noexcept;
     double DonneDouble() const noexcept;
     // Mise en forme à la printf, format en UTF-8 ; voir docs/chaines.md pour les directives.
-    static ChaineN Format(ChaineN const& format, ...);
+    static ChaineN Format(ChaineN format, ...); // par valeur : va_start refuse une référence
     static ChaineN vFormat(ChaineN const& format, va_list arguments);
 
     // Formes en octets. Sans tampon, le résultat vit dans la chaîne jusqu'au prochain appel ;

@@ -9,12 +9,14 @@
 #include <QRegularExpression>
 #include <QString>
 
+#include <cstdarg>
 #include <string>
 #include <vector>
 
 namespace sdd {
 // Défini dans noyau/conteneurs/ListeT.h, qui dépend des exceptions, donc de cette classe.
 template <typename T> class ListeC;
+class ChaineN; // noyau/chaines/ChaineN.h, pour la même raison
 } // namespace sdd
 
 // Collateur ICU, tenu par pointeur opaque : les en-têtes d'ICU restent hors de l'interface.
@@ -75,6 +77,9 @@ public:
     // longueur en octets ; -1 : jusqu'au zéro final. Un codage inconnu donne la chaîne vide.
     UniChaine(char const* texte, Codage codage = kUTF8, int longueur = -1);
     UniChaine(std::string const& texte, Codage codage);
+    explicit UniChaine(sdd::ChaineN const& texte);
+    // Texte mis en forme (voir Format) ; le format est dans le codage donné.
+    UniChaine(Codage codage, char const* format, ...);
     virtual ~UniChaine();
     // Point d'extension des classes dérivées ; ne fait rien ici. Les virtuelles gardent cet
     // ordre : destructeur, Actualise, hash.
@@ -93,8 +98,15 @@ public:
     // Vide le texte ; la dernière forme de PreteCString reste valable.
     UniChaine& Vide();
 
+    // Remplace le texte par la mise en forme (format en UTF-8, ou dans le codage donné).
+    UniChaine& sprintf(char const* format, ...);
+    UniChaine& sprintf(Codage codage, char const* format, ...);
+    UniChaine& vsprintf(char const* format, va_list arguments);
+    UniChaine& vsprintf(Codage codage, char const* format, va_list arguments);
+
     operator QString() const { return _texte; }
     QString const& DonneQString() const noexcept { return _texte; }
+    sdd::ChaineN DonneChaineN() const;
 
     // --- Ajouts et modifications ---
 
@@ -282,6 +294,9 @@ public:
     static UniChaine DepuisNombre(double x, int decimales);
     // Le texte lu en hexadécimal (préfixe « 0x » admis) ; 0 et *ok faux sinon.
     unsigned int DonneEntierHex(bool* ok = nullptr) const;
+    // Mise en forme à la printf, sans locale ; directives dans docs/chaines.md.
+    static UniChaine Format(UniChaine format, ...); // par valeur : va_start refuse une référence
+    static UniChaine vFormat(UniChaine const& format, va_list arguments);
     // Nombre à la manière de la langue (français par défaut) : decimales chiffres après la
     // virgule ; enleveZeros retire les zéros finaux de la partie décimale.
     static UniChaine DonneNombreFormatay(double x, int decimales, bool enleveZeros, eLangue langue);

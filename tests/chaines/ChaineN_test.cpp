@@ -1,6 +1,7 @@
 #include "noyau/algorithmes/ExpressionReguliere.h"
 #include "noyau/chaines/ChaineN.h"
 #include "noyau/chaines/InfoUniCaractere.h"
+#include "noyau/chaines/UniChaine.h"
 
 #include <QString>
 #include <gtest/gtest.h>
@@ -412,4 +413,12 @@ TEST(ChaineN, ExpressionsEtFormat)
                                       255, 255, "é", 'z', 2.5, 0.5, large.c_str(), 42, "x");
     EXPECT_EQ(U16(f), u"-1|2|-3|4|ff|FF|é|z|2.50|0.5|%|aé€|   42|x  |");
     EXPECT_EQ(U16(ChaineN(ChaineN::kUTF8, "%s=%d", "n", 3)), u"n=3");
+    EXPECT_EQ(U16(ChaineN(ChaineN::kLatin9, "%s \xA4", "€")), u"€ €");
+
+    // Les deux classes de chaînes mettent en forme et se convertissent de même.
+    EXPECT_EQ(QString(UniChaine::Format(UniChaine("%S|%05.1f"), large.c_str(), -2.26)), QString::fromUtf8("aé€|-02.3"));
+    EXPECT_EQ(QString(UniChaine(UniChaine::kUTF8, "%d%%", 7)), "7%");
+    EXPECT_EQ(QString(UniChaine().sprintf(UniChaine::kMacRoman, "\x8E%c", 'x')), QString::fromUtf8("éx"));
+    ChaineN const c(large.data(), large.size());
+    EXPECT_EQ(UniChaine(c).DonneChaineN(), c);
 }
