@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstddef>
 #include <cstdlib>
 #include <cstring>
 #include <new>
@@ -29,7 +30,6 @@ struct ChaineN::BlocTas
     std::uint32_t capacite;
     std::uint32_t compte;
 };
-static_assert(sizeof(std::uint32_t) * 3 == 12, "en-tête de bloc de 12 octets");
 
 // Bloc emprunté : les unités vivent ailleurs et ne sont jamais modifiées.
 struct ChaineN::BlocEmprunte
@@ -43,7 +43,6 @@ namespace {
 
 // Les comptes changent par opérations atomiques ; les blocs restent de simples octets,
 // que realloc peut déplacer.
-inline void Retiens(std::uint32_t* compte) noexcept { __atomic_add_fetch(compte, 1, __ATOMIC_RELAXED); }
 inline bool Lache(std::uint32_t* compte) noexcept
 {
     return __atomic_sub_fetch(compte, 1, __ATOMIC_ACQ_REL) == 0;
@@ -102,13 +101,6 @@ inline bool ContientUnite(ChaineN const& cars, char16_t c) noexcept
 
 // Cycle de vie
 
-ChaineN::ChaineN(ChaineN const& autre) noexcept : _texte(autre._texte)
-{
-    if (_texte != 0) {
-        Retiens(_EstEmprunte() ? &_Emprunte()->compte : &_Tas()->compte);
-    }
-}
-
 ChaineN::ChaineN(ChaineN&& autre) noexcept : _texte(autre._texte) { autre._texte = 0; }
 
 ChaineN::ChaineN(char16_t const* texte, unsigned long longueur, bool emprunte)
@@ -152,20 +144,22 @@ ChaineN::ChaineN(Codage codage, char const* format, ...)
     va_end(arguments);
 }
 
-ChaineN::~ChaineN() { _Relache(); }
+void ChaineN::_LibereBloc() noexcept
+{
+    // _Compteur() trouve le compte à ces places.
+    static_assert(sizeof(BlocTas) == 12 && offsetof(BlocTas, compte) == 8);
+    static_assert(offsetof(BlocEmprunte, compte) == 4);
+    if (_EstEmprunte()) {
+        delete _Emprunte();
+    } else {
+        std::free(_Tas());
+    }
+}
 
 void ChaineN::_Relache() noexcept
 {
-    if (_texte == 0) {
-        return;
-    }
-    if (_EstEmprunte()) {
-        BlocEmprunte* bloc = _Emprunte();
-        if (Lache(&bloc->compte)) {
-            delete bloc;
-        }
-    } else if (Lache(&_Tas()->compte)) {
-        std::free(_Tas());
+    if (_texte != 0 && Lache(_Compteur())) {
+        _LibereBloc();
     }
     _texte = 0;
 }

@@ -47,7 +47,13 @@ public:
 
     // Construction
     constexpr ChaineN() noexcept : _texte(0), _convertisseur() {}
-    ChaineN(ChaineN const& autre) noexcept;
+    // Copie et destruction en ligne : le chemin courant n'est qu'une opération atomique.
+    ChaineN(ChaineN const& autre) noexcept : _texte(autre._texte), _convertisseur()
+    {
+        if (_texte != 0) {
+            __atomic_add_fetch(_Compteur(), 1, __ATOMIC_RELAXED);
+        }
+    }
     ChaineN(ChaineN&& autre) noexcept;
     // emprunte : le texte n'est pas copié ; il doit rester en vie et inchangé tant que la
     // chaîne (ou une copie) s'en sert, et être suivi d'une unité nulle.
@@ -57,7 +63,12 @@ public:
     ChaineN(std::string const& texte, Codage codage);
     // Texte mis en forme (voir Format) ; le format est dans le codage donné.
     ChaineN(Codage codage, char const* format, ...);
-    ~ChaineN();
+    ~ChaineN()
+    {
+        if (_texte != 0 && __atomic_sub_fetch(_Compteur(), 1, __ATOMIC_ACQ_REL) == 0) {
+            _LibereBloc();
+        }
+    }
 
     // Affectation
     ChaineN& operator=(ChaineN const& autre) noexcept;
@@ -332,6 +343,14 @@ private:
     struct BlocEmprunte;
 
     bool _EstEmprunte() const noexcept { return (_texte & 1u) != 0; }
+    // Le compte est le troisième mot d'un bloc du tas, le deuxième d'un bloc emprunté.
+    std::uint32_t* _Compteur() const noexcept
+    {
+        std::uintptr_t const bloc = _texte & ~std::uintptr_t(1);
+        return reinterpret_cast<std::uint32_t*>(bloc + 8 - 4 * (_texte & 1u));
+    }
+    // Libère le bloc dont le compte vient de tomber à zéro.
+    void _LibereBloc() noexcept;
     BlocTas* _Tas() const noexcept { return reinterpret_cast<BlocTas*>(_texte); }
     BlocEmprunte* _Emprunte() const noexcept { return reinterpret_cast<BlocEmprunte*>(_texte - 1); }
     char16_t const* _Unites() const noexcept;

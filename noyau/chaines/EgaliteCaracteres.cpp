@@ -31,6 +31,17 @@ bool LigatureContrePaire(char16_t x, char16_t const* y, Malgray m) noexcept
 
 constexpr unsigned long kMaxDeveloppement = 10;
 
+template <Malgray M>
+bool EgalSelon(char16_t const* a, char16_t const* b, unsigned long n) noexcept
+{
+    for (unsigned long k = 0; k < n; ++k) {
+        if (a[k] != b[k] && ReplieSelonMalgray(a[k], M) != ReplieSelonMalgray(b[k], M)) {
+            return false;
+        }
+    }
+    return true;
+}
+
 bool EstJokerUneLettre(char16_t u) noexcept { return u == u'?' || u == u'_'; }
 
 } // namespace
@@ -42,16 +53,27 @@ bool UniCarPtrEgalOption(char16_t const* a, unsigned long debutA, unsigned long 
     if (longueurA != longueurB) {
         return false;
     }
-    if (m == 0) {
-        return longueurA == 0 ||
-               std::memcmp(a + debutA, b + debutB, longueurA * sizeof(char16_t)) == 0;
+    a += debutA;
+    b += debutB;
+    // Une boucle par combinaison de replis : aucun test de bit par unité.
+    switch (m & (MalgrayAccents | MalgrayCasse | MalgrayTypographie)) {
+    case 0:
+        return longueurA == 0 || std::memcmp(a, b, longueurA * sizeof(char16_t)) == 0;
+    case MalgrayAccents:
+        return EgalSelon<MalgrayAccents>(a, b, longueurA);
+    case MalgrayCasse:
+        return EgalSelon<MalgrayCasse>(a, b, longueurA);
+    case MalgrayAccents | MalgrayCasse:
+        return EgalSelon<MalgrayAccents | MalgrayCasse>(a, b, longueurA);
+    case MalgrayTypographie:
+        return EgalSelon<MalgrayTypographie>(a, b, longueurA);
+    case MalgrayAccents | MalgrayTypographie:
+        return EgalSelon<MalgrayAccents | MalgrayTypographie>(a, b, longueurA);
+    case MalgrayCasse | MalgrayTypographie:
+        return EgalSelon<MalgrayCasse | MalgrayTypographie>(a, b, longueurA);
+    default:
+        return EgalSelon<MalgrayAccents | MalgrayCasse | MalgrayTypographie>(a, b, longueurA);
     }
-    for (unsigned long k = 0; k < longueurA; ++k) {
-        if (!UniCarEgalOption(a[debutA + k], b[debutB + k], m)) {
-            return false;
-        }
-    }
-    return true;
 }
 
 bool DeligatureEgalOption(char16_t ligature, char16_t const* texte, unsigned long longueur,

@@ -84,17 +84,19 @@ std::size_t DecodeUTF8(char const* octets, std::size_t n, char16_t* dest) noexce
     char16_t* d = dest;
     while (p < fin) {
 #ifdef __SSE2__
-        // ASCII par paquets de 16 octets.
+        // ASCII par paquets de 16 octets ; un paquet mêlé donne au moins son début ASCII.
         while (fin - p >= 16) {
             __m128i const bloc = _mm_loadu_si128(reinterpret_cast<__m128i const*>(p));
-            if (_mm_movemask_epi8(bloc) != 0) {
-                break;
-            }
             __m128i const zero = _mm_setzero_si128();
             _mm_storeu_si128(reinterpret_cast<__m128i*>(d), _mm_unpacklo_epi8(bloc, zero));
             _mm_storeu_si128(reinterpret_cast<__m128i*>(d + 8), _mm_unpackhi_epi8(bloc, zero));
-            p += 16;
-            d += 16;
+            int const nonAscii = _mm_movemask_epi8(bloc);
+            int const nbAscii = nonAscii == 0 ? 16 : __builtin_ctz(static_cast<unsigned>(nonAscii));
+            p += nbAscii;
+            d += nbAscii;
+            if (nbAscii < 16) {
+                break;
+            }
         }
         if (p == fin) {
             break;
@@ -129,12 +131,14 @@ std::size_t EncodeUTF8(char16_t const* unites, std::size_t n, char* dest,
             __m128i const b = _mm_loadu_si128(reinterpret_cast<__m128i const*>(unites + i + 8));
             // Saturation : toute unité >= 0x80 donne un octet au bit 7 levé.
             __m128i const octets = _mm_packus_epi16(a, b);
-            if (_mm_movemask_epi8(octets) != 0) {
+            _mm_storeu_si128(reinterpret_cast<__m128i*>(d), octets);
+            int const nonAscii = _mm_movemask_epi8(octets);
+            int const nbAscii = nonAscii == 0 ? 16 : __builtin_ctz(static_cast<unsigned>(nonAscii));
+            i += nbAscii;
+            d += nbAscii;
+            if (nbAscii < 16) {
                 break;
             }
-            _mm_storeu_si128(reinterpret_cast<__m128i*>(d), octets);
-            i += 16;
-            d += 16;
         }
         if (i == n) {
             break;
