@@ -129,10 +129,14 @@ std::size_t EncodeUTF8(char16_t const* unites, std::size_t n, char* dest,
         while (n - i >= 16 && finDest - d >= 16) {
             __m128i const a = _mm_loadu_si128(reinterpret_cast<__m128i const*>(unites + i));
             __m128i const b = _mm_loadu_si128(reinterpret_cast<__m128i const*>(unites + i + 8));
-            // Saturation : toute unité >= 0x80 donne un octet au bit 7 levé.
-            __m128i const octets = _mm_packus_epi16(a, b);
-            _mm_storeu_si128(reinterpret_cast<__m128i*>(d), octets);
-            int const nonAscii = _mm_movemask_epi8(octets);
+            _mm_storeu_si128(reinterpret_cast<__m128i*>(d), _mm_packus_epi16(a, b));
+            // Unités ASCII : aucun bit au-dessus des 7 premiers (packus seul confondrait les
+            // unités >= 0x8000, négatives pour lui, avec 0).
+            __m128i const horsAscii = _mm_set1_epi16(static_cast<short>(0xFF80));
+            __m128i const zero = _mm_setzero_si128();
+            __m128i const asciiA = _mm_cmpeq_epi16(_mm_and_si128(a, horsAscii), zero);
+            __m128i const asciiB = _mm_cmpeq_epi16(_mm_and_si128(b, horsAscii), zero);
+            int const nonAscii = ~_mm_movemask_epi8(_mm_packs_epi16(asciiA, asciiB)) & 0xFFFF;
             int const nbAscii = nonAscii == 0 ? 16 : __builtin_ctz(static_cast<unsigned>(nonAscii));
             i += nbAscii;
             d += nbAscii;
