@@ -1254,14 +1254,27 @@ ChaineN ChaineN::vFormat(ChaineN const& format, va_list arguments)
 
 // Formes en octets
 
+char* ChaineN::_TamponDeConversion(std::size_t taille) const
+{
+    // Le cache garde sa taille en tête et resert tant qu'elle suffit.
+    std::size_t capacite = 0;
+    if (_convertisseur) {
+        std::memcpy(&capacite, _convertisseur.get(), sizeof capacite);
+    }
+    if (capacite < taille) {
+        _convertisseur.reset(new char[sizeof taille + taille]);
+        std::memcpy(_convertisseur.get(), &taille, sizeof taille);
+    }
+    return _convertisseur.get() + sizeof taille;
+}
+
 char const* ChaineN::PreteCString(Codage codage, unsigned long taille, char* tampon) const
 {
     auto const& convertisseur = ConvertisseurChaineN::DonnePourCodage(codage);
     std::size_t const terminateur = convertisseur.TailleTerminateur();
     if (tampon == nullptr) {
         taille = convertisseur.MaxOctetsPourUnites(Longueur()) + terminateur;
-        _convertisseur.reset(new char[taille]);
-        tampon = _convertisseur.get();
+        tampon = _TamponDeConversion(taille);
     } else if (taille < terminateur) {
         return nullptr;
     }

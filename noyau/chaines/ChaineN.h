@@ -370,9 +370,11 @@ private:
     bool _CorrespondALaPos(ChaineN const& motif, unsigned long pos, Malgray m,
                            unsigned long* nbUtilises) const noexcept;
     [[noreturn]] void _LanceHorsBorne(unsigned long index) const;
+    // Tampon d'au moins taille octets dans le cache de PreteCString.
+    char* _TamponDeConversion(std::size_t taille) const;
 
     std::uintptr_t _texte = 0;                   // bloc partagé, bit 0 : emprunté
-    mutable std::unique_ptr<char[]> _convertisseur; // dernière forme rendue par PreteCString
+    mutable std::unique_ptr<char[]> _convertisseur; // taille, puis dernière forme de PreteCString
 };
 
 ChaineN NOYAU_EXPORT operator+(ChaineN const& a, ChaineN const& b);

@@ -148,6 +148,10 @@ std::size_t EncodeUTF8(char16_t const* unites, std::size_t n, char* dest,
             break;
         }
 #endif
+        if (unites[i] < 0x80 && d < finDest) {
+            *d++ = static_cast<unsigned char>(unites[i++]);
+            continue;
+        }
         std::uint32_t code = unites[i];
         std::size_t consommees = 1;
         if (EstPremiereDemiPaire(unites[i]) && i + 1 < n && EstSecondeDemiPaire(unites[i + 1])) {
