@@ -169,7 +169,8 @@ void EgalAccentsCasse_Noyau(benchmark::State& etat)
 void EgalAccentsCasse_ICU(benchmark::State& etat)
 {
     UErrorCode erreur = U_ZERO_ERROR;
-    std::unique_ptr<UCollator, decltype(&ucol_close)> const collateur(ucol_open("fr", &erreur), ucol_close);
+    std::unique_ptr<UCollator, decltype(&ucol_close)> const collateur(ucol_open("fr", &erreur),
+                                                                      ucol_close);
     ucol_setStrength(collateur.get(), UCOL_PRIMARY);
     if (U_FAILURE(erreur)) {
         etat.SkipWithError("collateur ICU indisponible");
@@ -186,7 +187,7 @@ void EgalAccentsCasse_ICU(benchmark::State& etat)
     etat.SetItemsProcessed(std::int64_t(etat.iterations()) * std::int64_t(paires.size()));
 }
 
-}  // namespace
+} // namespace
 
 BENCHMARK(Copie_Noyau)->Name("CopieVingtUnites/Noyau");
 BENCHMARK(Copie_QString)->Name("CopieVingtUnites/QString");

@@ -4,8 +4,7 @@
 
 namespace {
 
-template <typename Entier>
-int EcrisDecimal(Entier valeur, char* tampon) noexcept
+template <typename Entier> int EcrisDecimal(Entier valeur, char* tampon) noexcept
 {
     // 20 chiffres et un signe au plus : std::to_chars ne peut pas manquer de place.
     char* const fin = std::to_chars(tampon, tampon + 20, valeur).ptr;
@@ -15,7 +14,10 @@ int EcrisDecimal(Entier valeur, char* tampon) noexcept
 
 } // namespace
 
-int mon_itoa(std::int32_t valeur, char* tampon) noexcept { return EcrisDecimal(valeur, tampon); }
+int mon_itoa(std::int32_t valeur, char* tampon) noexcept
+{
+    return EcrisDecimal(valeur, tampon);
+}
 
 int mon_itoa_ent4ss(std::uint32_t valeur, char* tampon) noexcept
 {

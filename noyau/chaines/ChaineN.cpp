@@ -74,8 +74,14 @@ std::size_t OctetsPour(unsigned long& capacite) noexcept
     return arrondi + sizeof(char16_t);
 }
 
-inline std::uint16_t Info(char16_t c, int mot) noexcept { return gInfoUniCaractere[c][mot]; }
-inline bool EstBlanc(char16_t c) noexcept { return Info(c, kInfoClassePonctuation) & kPoncBlanc; }
+inline std::uint16_t Info(char16_t c, int mot) noexcept
+{
+    return gInfoUniCaractere[c][mot];
+}
+inline bool EstBlanc(char16_t c) noexcept
+{
+    return Info(c, kInfoClassePonctuation) & kPoncBlanc;
+}
 
 // Séparateur de mots : bit « séparateur » sans être une fin de ligne.
 inline bool EstSeparateurDeMot(char16_t c) noexcept
@@ -101,7 +107,10 @@ inline bool ContientUnite(ChaineN const& cars, char16_t c) noexcept
 
 // Cycle de vie
 
-ChaineN::ChaineN(ChaineN&& autre) noexcept : _texte(autre._texte) { autre._texte = 0; }
+ChaineN::ChaineN(ChaineN&& autre) noexcept : _texte(autre._texte)
+{
+    autre._texte = 0;
+}
 
 ChaineN::ChaineN(char16_t const* texte, unsigned long longueur, bool emprunte)
 {
@@ -119,7 +128,10 @@ ChaineN::ChaineN(char16_t const* texte, unsigned long longueur, bool emprunte)
     _Remplace(0, 0, texte, longueur);
 }
 
-ChaineN::ChaineN(char16_t c) { _Remplace(0, 0, &c, 1); }
+ChaineN::ChaineN(char16_t c)
+{
+    _Remplace(0, 0, &c, 1);
+}
 
 ChaineN::ChaineN(char const* texte, Codage codage, unsigned long nbOctets)
 {
@@ -258,7 +270,8 @@ void ChaineN::_Assure(unsigned long n)
         if (memoire == nullptr) {
             throw std::bad_alloc();
         }
-        _texte = reinterpret_cast<std::uintptr_t>(new (memoire) BlocTas{0, static_cast<std::uint32_t>(capacite), 1});
+        _texte = reinterpret_cast<std::uintptr_t>(
+            new (memoire) BlocTas{0, static_cast<std::uint32_t>(capacite), 1});
         _MetsLongueur(0);
         return;
     }
@@ -277,14 +290,14 @@ void ChaineN::_Assure(unsigned long n)
         return;
     }
     // Bloc emprunté ou partagé : copie privée, les autres propriétaires gardent l'ancien.
-    unsigned long capacite = CapacitePour(_EstEmprunte() ? longueur : _Tas()->capacite,
-                                          std::max(n, longueur));
+    unsigned long capacite =
+        CapacitePour(_EstEmprunte() ? longueur : _Tas()->capacite, std::max(n, longueur));
     void* memoire = std::malloc(OctetsPour(capacite));
     if (memoire == nullptr) {
         throw std::bad_alloc();
     }
-    auto* bloc = new (memoire) BlocTas{static_cast<std::uint32_t>(longueur),
-                                        static_cast<std::uint32_t>(capacite), 1};
+    auto* bloc = new (memoire)
+        BlocTas{static_cast<std::uint32_t>(longueur), static_cast<std::uint32_t>(capacite), 1};
     auto* unites = reinterpret_cast<char16_t*>(reinterpret_cast<char*>(bloc) + kTailleEnTete);
     std::memcpy(unites, _Unites(), longueur * sizeof(char16_t));
     unites[longueur] = 0;
@@ -419,7 +432,10 @@ ChaineN& ChaineN::AjouteDebut(ChaineN const& autre)
     return _Remplace(0, 0, autre.PreteUniCString(), autre.Longueur());
 }
 
-ChaineN operator+(ChaineN const& a, ChaineN const& b) { return a.AjouteFin(b); }
+ChaineN operator+(ChaineN const& a, ChaineN const& b)
+{
+    return a.AjouteFin(b);
+}
 
 char16_t ChaineN::operator[](unsigned long i) const
 {
@@ -458,7 +474,10 @@ ChaineN& ChaineN::RemplaceDepuisFin(unsigned long pos, unsigned long n, ChaineN 
     return _Remplace(Longueur() - pos, n, par.PreteUniCString(), par.Longueur());
 }
 
-ChaineN& ChaineN::RemplaceFin(unsigned long n, char16_t c) { return RemplaceDepuisFin(n, n, c); }
+ChaineN& ChaineN::RemplaceFin(unsigned long n, char16_t c)
+{
+    return RemplaceDepuisFin(n, n, c);
+}
 
 ChaineN& ChaineN::RemplaceFin(unsigned long n, ChaineN const& par)
 {
@@ -473,7 +492,10 @@ ChaineN& ChaineN::EnleveDepuisFin(unsigned long pos, unsigned long n)
     return _Remplace(Longueur() - pos, n, nullptr, 0);
 }
 
-ChaineN& ChaineN::EnleveFin(unsigned long n) { return EnleveDepuisFin(n, n); }
+ChaineN& ChaineN::EnleveFin(unsigned long n)
+{
+    return EnleveDepuisFin(n, n);
+}
 
 ChaineN& ChaineN::SousChaine(unsigned long pos, unsigned long n)
 {
@@ -698,7 +720,8 @@ bool ChaineN::Contient(ChaineN const& motif, unsigned long* pos, unsigned long d
     return true;
 }
 
-bool ChaineN::Contient(char16_t c, unsigned long* pos, unsigned long depuis, Malgray m) const noexcept
+bool ChaineN::Contient(char16_t c, unsigned long* pos, unsigned long depuis,
+                       Malgray m) const noexcept
 {
     unsigned long const longueur = Longueur();
     if (depuis >= longueur) {
@@ -776,7 +799,8 @@ bool ChaineN::ContientMotEntier(ChaineN const& mot, unsigned long* pos, unsigned
         unsigned long utilises = 0;
         _CorrespondALaPos(mot, p, m, &utilises);
         bool const debutLibre = p == 0 || EstSeparateurDeMot(_Unites()[p - 1]);
-        bool const finLibre = p + utilises == longueur || EstSeparateurDeMot(_Unites()[p + utilises]);
+        bool const finLibre =
+            p + utilises == longueur || EstSeparateurDeMot(_Unites()[p + utilises]);
         if (debutLibre && finLibre && !mot.EstVide()) {
             if (pos != nullptr) {
                 *pos = p;
@@ -838,8 +862,7 @@ bool ChaineN::ContientRegex(ChaineN const& motif, ListeC<Intervalle>* resultats,
 
 // Transformations
 
-template <typename Repli>
-ChaineN& ChaineN::_Transforme(Repli repli)
+template <typename Repli> ChaineN& ChaineN::_Transforme(Repli repli)
 {
     unsigned long const longueur = Longueur();
     unsigned long i = 0;
@@ -857,8 +880,7 @@ ChaineN& ChaineN::_Transforme(Repli repli)
     return *this;
 }
 
-template <typename Garder>
-ChaineN& ChaineN::_Filtre(Garder garder)
+template <typename Garder> ChaineN& ChaineN::_Filtre(Garder garder)
 {
     unsigned long const longueur = Longueur();
     unsigned long i = 0;
@@ -897,14 +919,14 @@ ChaineN& ChaineN::Desaccentue()
 
 ChaineN& ChaineN::MinusculiseSansAccent()
 {
-    return _Transforme([](char16_t c) { return ReplieSelonMalgray(c, MalgrayAccents | MalgrayCasse); });
+    return _Transforme(
+        [](char16_t c) { return ReplieSelonMalgray(c, MalgrayAccents | MalgrayCasse); });
 }
 
 ChaineN& ChaineN::NormaliseApostrophe(char16_t apostrophe)
 {
-    return _Transforme([apostrophe](char16_t c) {
-        return Info(c, kInfoTypographie) == u'\'' ? apostrophe : c;
-    });
+    return _Transforme(
+        [apostrophe](char16_t c) { return Info(c, kInfoTypographie) == u'\'' ? apostrophe : c; });
 }
 
 ChaineN& ChaineN::MajusculisePremiereLettre()
@@ -967,7 +989,8 @@ ChaineN& ChaineN::Ligature()
     ChaineN resultat;
     bool change = false;
     for (unsigned long i = 0; i < longueur; ++i) {
-        char16_t const ligature = i + 1 < longueur ? ligaturePour(_Unites()[i], _Unites()[i + 1]) : 0;
+        char16_t const ligature =
+            i + 1 < longueur ? ligaturePour(_Unites()[i], _Unites()[i + 1]) : 0;
         if (ligature != 0) {
             resultat.AjouteFin(ligature);
             ++i;
@@ -1120,7 +1143,8 @@ ChaineN EcrisEntier(Entier valeur, unsigned long base, unsigned long largeur, bo
     static constexpr char16_t kChiffres[] = u"0123456789ABCDEF";
     using NonSigne = std::make_unsigned_t<Entier>;
     bool const negatif = valeur < 0;
-    NonSigne reste = negatif ? NonSigne(0) - static_cast<NonSigne>(valeur) : static_cast<NonSigne>(valeur);
+    NonSigne reste =
+        negatif ? NonSigne(0) - static_cast<NonSigne>(valeur) : static_cast<NonSigne>(valeur);
     char16_t zone[100];
     char16_t* debut = zone + 100;
     do {
@@ -1287,7 +1311,8 @@ char const* ChaineN::PreteCString(Codage codage, unsigned long taille, char* tam
 char* ChaineN::CreeCString(Codage codage) const
 {
     auto const& convertisseur = ConvertisseurChaineN::DonnePourCodage(codage);
-    std::size_t const taille = convertisseur.MaxOctetsPourUnites(Longueur()) + convertisseur.TailleTerminateur();
+    std::size_t const taille =
+        convertisseur.MaxOctetsPourUnites(Longueur()) + convertisseur.TailleTerminateur();
     char* tampon = new char[taille];
     PreteCString(codage, taille, tampon);
     return tampon;
@@ -1297,7 +1322,8 @@ std::string ChaineN::DonneStdString(Codage codage) const
 {
     auto const& convertisseur = ConvertisseurChaineN::DonnePourCodage(codage);
     std::string octets(convertisseur.MaxOctetsPourUnites(Longueur()), '\0');
-    octets.resize(convertisseur.DepuisUTF16(PreteUniCString(), Longueur(), octets.data(), octets.size()));
+    octets.resize(
+        convertisseur.DepuisUTF16(PreteUniCString(), Longueur(), octets.data(), octets.size()));
     return octets;
 }
 
@@ -1317,8 +1343,9 @@ ChaineN ChaineN::DonneChaineEchappayPourcent(ChaineN const& garder, ChaineN cons
     ChaineN resultat;
     for (unsigned long i = 0; i < Longueur(); ++i) {
         char16_t const c = _Unites()[i];
-        bool const echappe = ContientUnite(forcer, c) ||
-                             !(ContientUnite(garder, c) || ContientUnite(CaracteresNonEchappes(), c));
+        bool const echappe =
+            ContientUnite(forcer, c) ||
+            !(ContientUnite(garder, c) || ContientUnite(CaracteresNonEchappes(), c));
         if (!echappe) {
             resultat.AjouteFin(c);
             continue;
@@ -1363,7 +1390,8 @@ ChaineN ChaineN::DonneChaineDesechappeePourcent() const
     for (unsigned long i = 0; i < longueur; ++i) {
         char16_t const c = _Unites()[i];
         if (c == u'%' && i + 2 < longueur) {
-            octets.push_back(static_cast<char>(ValeurHexa(_Unites()[i + 1]) << 4 | ValeurHexa(_Unites()[i + 2])));
+            octets.push_back(static_cast<char>(ValeurHexa(_Unites()[i + 1]) << 4 |
+                                               ValeurHexa(_Unites()[i + 2])));
             i += 2;
         } else {
             octets.push_back(static_cast<char>(c & 0xFF)); // tronqué à 8 bits, voulu
@@ -1376,8 +1404,7 @@ ChaineN ChaineN::DonneChaineDesechappeePourcent() const
 
 namespace {
 
-template <typename Parties>
-ChaineN JoinsParties(ChaineN const& separateur, Parties const& parties)
+template <typename Parties> ChaineN JoinsParties(ChaineN const& separateur, Parties const& parties)
 {
     ChaineN resultat;
     bool premiere = true;
@@ -1427,11 +1454,14 @@ char16_t ChaineN::DonneUniCarPourCarMacRoman(char c) noexcept
 
 char ChaineN::DonneCarMacRomanPourUniCar(char16_t c)
 {
-    auto const& macRoman =
-        static_cast<ConvertisseurChaineNCodageUnOctet const&>(ConvertisseurChaineN::DonnePourCodage(kMacRoman));
+    auto const& macRoman = static_cast<ConvertisseurChaineNCodageUnOctet const&>(
+        ConvertisseurChaineN::DonnePourCodage(kMacRoman));
     return static_cast<char>(macRoman.DonneOctet(c));
 }
 
-void ChaineN::LibereConvertisseurPourCodage() noexcept { ConvertisseurChaineN::LibereTous(); }
+void ChaineN::LibereConvertisseurPourCodage() noexcept
+{
+    ConvertisseurChaineN::LibereTous();
+}
 
 } // namespace sdd

@@ -105,7 +105,8 @@ public:
     ChaineN& AjouteDebut(char16_t c) { return _Remplace(0, 0, &c, 1); }
     ChaineN AjouteDebut(char16_t c) const { return ChaineN(*this).AjouteDebut(c); }
     ChaineN& AjouteDebut(char const* texte, Codage codage, unsigned long nbOctets = kJusquAuZero);
-    ChaineN AjouteDebut(char const* texte, Codage codage, unsigned long nbOctets = kJusquAuZero) const
+    ChaineN AjouteDebut(char const* texte, Codage codage,
+                        unsigned long nbOctets = kJusquAuZero) const
     {
         return ChaineN(*this).AjouteDebut(texte, codage, nbOctets);
     }
@@ -132,7 +133,10 @@ public:
 
     // Remplacements et retraits. « DepuisFin » : pos compte depuis la fin, l'intervalle
     // commence pos unités avant elle.
-    ChaineN& Remplace(unsigned long pos, unsigned long n, char16_t c) { return _Remplace(pos, n, &c, 1); }
+    ChaineN& Remplace(unsigned long pos, unsigned long n, char16_t c)
+    {
+        return _Remplace(pos, n, &c, 1);
+    }
     ChaineN Remplace(unsigned long pos, unsigned long n, char16_t c) const
     {
         return ChaineN(*this).Remplace(pos, n, c);
@@ -153,13 +157,19 @@ public:
         return ChaineN(*this).RemplaceDepuisFin(pos, n, par);
     }
     ChaineN& RemplaceFin(unsigned long n, char16_t c);
-    ChaineN RemplaceFin(unsigned long n, char16_t c) const { return ChaineN(*this).RemplaceFin(n, c); }
+    ChaineN RemplaceFin(unsigned long n, char16_t c) const
+    {
+        return ChaineN(*this).RemplaceFin(n, c);
+    }
     ChaineN& RemplaceFin(unsigned long n, ChaineN const& par);
     ChaineN RemplaceFin(unsigned long n, ChaineN const& par) const
     {
         return ChaineN(*this).RemplaceFin(n, par);
     }
-    ChaineN& EnleveIntervalle(unsigned long pos, unsigned long n) { return _Remplace(pos, n, nullptr, 0); }
+    ChaineN& EnleveIntervalle(unsigned long pos, unsigned long n)
+    {
+        return _Remplace(pos, n, nullptr, 0);
+    }
     ChaineN EnleveIntervalle(unsigned long pos, unsigned long n) const
     {
         return ChaineN(*this).EnleveIntervalle(pos, n);
@@ -181,7 +191,8 @@ public:
     }
     // Chaque occurrence depuis la position donnée.
     ChaineN& Remplace(char16_t ancien, char16_t nouveau, Malgray m = 0, unsigned long depuis = 0);
-    ChaineN Remplace(char16_t ancien, char16_t nouveau, Malgray m = 0, unsigned long depuis = 0) const
+    ChaineN Remplace(char16_t ancien, char16_t nouveau, Malgray m = 0,
+                     unsigned long depuis = 0) const
     {
         return ChaineN(*this).Remplace(ancien, nouveau, m, depuis);
     }
@@ -236,8 +247,8 @@ public:
     // Depuis la position donnée (la fin par défaut) vers le début.
     bool TrouveUnCarDeVersLArriere(ChaineN const& cars, unsigned long* pos = nullptr,
                                    unsigned long depuis = kJusquAuZero) const noexcept;
-    bool ContientRegex(ExpressionReguliere const& expression, ListeC<Intervalle>* resultats = nullptr,
-                       unsigned long depuis = 0) const;
+    bool ContientRegex(ExpressionReguliere const& expression,
+                       ListeC<Intervalle>* resultats = nullptr, unsigned long depuis = 0) const;
     bool ContientRegex(ChaineN const& motif, ListeC<Intervalle>* resultats = nullptr,
                        unsigned long depuis = 0) const;
 
@@ -288,17 +299,22 @@ public:
     static ChaineN DepuisNombre(int valeur, unsigned long base = 10, unsigned long largeur = 0,
                                 bool zeros = false, bool aGauche = false);
     static ChaineN DepuisNombre(unsigned int valeur, unsigned long base = 10,
-                                unsigned long largeur = 0, bool zeros = false, bool aGauche = false);
+                                unsigned long largeur = 0, bool zeros = false,
+                                bool aGauche = false);
     static ChaineN DepuisNombre(long valeur, unsigned long base = 10, unsigned long largeur = 0,
                                 bool zeros = false, bool aGauche = false);
     static ChaineN DepuisNombre(unsigned long valeur, unsigned long base = 10,
-                                unsigned long largeur = 0, bool zeros = false, bool aGauche = false);
+                                unsigned long largeur = 0, bool zeros = false,
+                                bool aGauche = false);
     static ChaineN DepuisNombre(long long valeur, unsigned long base = 10,
-                                unsigned long largeur = 0, bool zeros = false, bool aGauche = false);
+                                unsigned long largeur = 0, bool zeros = false,
+                                bool aGauche = false);
     static ChaineN DepuisNombre(unsigned long long valeur, unsigned long base = 10,
-                                unsigned long largeur = 0, bool zeros = false, bool aGauche = false);
+                                unsigned long largeur = 0, bool zeros = false,
+                                bool aGauche = false);
     static ChaineN DepuisNombre(double valeur, unsigned long decimales = 6,
-                                unsigned long largeur = 0, bool zeros = false, bool aGauche = false);
+                                unsigned long largeur = 0, bool zeros = false,
+                                bool aGauche = false);
     // Nombre écrit en tête de la chaîne (blancs initiaux sautés) ; 0 sans nombre.
     long long DonneEntier() const noexcept;
     double DonneDouble() const noexcept;
@@ -363,17 +379,15 @@ private:
     ChaineN& _Remplace(unsigned long pos, unsigned long n, char16_t const* unites, unsigned long m);
     ChaineN& _RemplaceOctets(unsigned long pos, unsigned long n, char const* octets, Codage codage,
                              unsigned long nbOctets);
-    template <typename Repli>
-    ChaineN& _Transforme(Repli repli);
-    template <typename Garder>
-    ChaineN& _Filtre(Garder garder);
+    template <typename Repli> ChaineN& _Transforme(Repli repli);
+    template <typename Garder> ChaineN& _Filtre(Garder garder);
     bool _CorrespondALaPos(ChaineN const& motif, unsigned long pos, Malgray m,
                            unsigned long* nbUtilises) const noexcept;
     [[noreturn]] void _LanceHorsBorne(unsigned long index) const;
     // Tampon d'au moins taille octets dans le cache de PreteCString.
     char* _TamponDeConversion(std::size_t taille) const;
 
-    std::uintptr_t _texte = 0;                   // bloc partagé, bit 0 : emprunté
+    std::uintptr_t _texte = 0;                      // bloc partagé, bit 0 : emprunté
     mutable std::unique_ptr<char[]> _convertisseur; // taille, puis dernière forme de PreteCString
 };
 

@@ -60,8 +60,7 @@ void ConvertisseurChaineN::LibereTous() noexcept
     }
 }
 
-ConvertisseurChaineNCodageUnOctet::ConvertisseurChaineNCodageUnOctet(
-    char16_t const (&table)[256])
+ConvertisseurChaineNCodageUnOctet::ConvertisseurChaineNCodageUnOctet(char16_t const (&table)[256])
     : _table(table)
 {
     for (int octet = 0x80; octet < 0x100; ++octet) {
@@ -74,9 +73,8 @@ ConvertisseurChaineNCodageUnOctet::ConvertisseurChaineNCodageUnOctet(
 
 void ConvertisseurChaineNCodageUnOctet::RemplaceAbsente(char16_t unite, unsigned char octet)
 {
-    auto const place =
-        std::lower_bound(_inverse.begin(), _inverse.end(), unite,
-                         [](Correspondance a, char16_t u) { return a.unite < u; });
+    auto const place = std::lower_bound(_inverse.begin(), _inverse.end(), unite,
+                                        [](Correspondance a, char16_t u) { return a.unite < u; });
     if (place == _inverse.end() || place->unite != unite) {
         _inverse.insert(place, {unite, octet});
     }
@@ -88,9 +86,8 @@ unsigned char ConvertisseurChaineNCodageUnOctet::DonneOctet(char16_t unite) cons
     if (unite < 0x80) {
         return static_cast<unsigned char>(unite);
     }
-    auto const place =
-        std::lower_bound(_inverse.begin(), _inverse.end(), unite,
-                         [](Correspondance a, char16_t u) { return a.unite < u; });
+    auto const place = std::lower_bound(_inverse.begin(), _inverse.end(), unite,
+                                        [](Correspondance a, char16_t u) { return a.unite < u; });
     return place != _inverse.end() && place->unite == unite ? place->octet : kOctetInconnu;
 }
 
@@ -144,8 +141,8 @@ std::size_t ConvertisseurChaineNUTF8::VersUTF16(char const* octets, std::size_t 
     return detail::DecodeUTF8(octets, n, dest);
 }
 
-std::size_t ConvertisseurChaineNUTF8::DepuisUTF16(char16_t const* unites, std::size_t n,
-                                                  char* dest, std::size_t taille) const noexcept
+std::size_t ConvertisseurChaineNUTF8::DepuisUTF16(char16_t const* unites, std::size_t n, char* dest,
+                                                  std::size_t taille) const noexcept
 {
     return detail::EncodeUTF8(unites, n, dest, taille);
 }
@@ -170,7 +167,10 @@ std::size_t ConvertisseurChaineNUTF16::VersUTF16(char const* octets, std::size_t
 std::size_t ConvertisseurChaineNUTF16::DepuisUTF16(char16_t const* unites, std::size_t n,
                                                    char* dest, std::size_t taille) const noexcept
 {
-    std::size_t const nb = std::min(n, taille / 2);
+    std::size_t nb = std::min(n, taille / 2);
+    if (nb < n && nb > 0 && unites[nb - 1] >= 0xD800 && unites[nb - 1] <= 0xDBFF) {
+        --nb; // une paire de demi-codets ne se coupe pas
+    }
     for (std::size_t i = 0; i < nb; ++i) {
         auto const fort = static_cast<char>(unites[i] >> 8);
         auto const faible = static_cast<char>(unites[i] & 0xFF);

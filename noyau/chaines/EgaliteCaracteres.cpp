@@ -31,8 +31,7 @@ bool LigatureContrePaire(char16_t x, char16_t const* y, Malgray m) noexcept
 
 constexpr unsigned long kMaxDeveloppement = 10;
 
-template <Malgray M>
-bool EgalSelon(char16_t const* a, char16_t const* b, unsigned long n) noexcept
+template <Malgray M> bool EgalSelon(char16_t const* a, char16_t const* b, unsigned long n) noexcept
 {
     for (unsigned long k = 0; k < n; ++k) {
         if (a[k] != b[k] && ReplieSelonMalgray(a[k], M) != ReplieSelonMalgray(b[k], M)) {
@@ -42,7 +41,10 @@ bool EgalSelon(char16_t const* a, char16_t const* b, unsigned long n) noexcept
     return true;
 }
 
-bool EstJokerUneLettre(char16_t u) noexcept { return u == u'?' || u == u'_'; }
+bool EstJokerUneLettre(char16_t u) noexcept
+{
+    return u == u'?' || u == u'_';
+}
 
 } // namespace
 
@@ -98,8 +100,8 @@ bool DeligatureEgalOption(char16_t ligature, char16_t const* texte, unsigned lon
     return true;
 }
 
-bool DeligatureEgalOptionPourJoker(char16_t ligature, char16_t const* motif,
-                                   unsigned long longueur, Malgray m, unsigned long* nbUtilises,
+bool DeligatureEgalOptionPourJoker(char16_t ligature, char16_t const* motif, unsigned long longueur,
+                                   Malgray m, unsigned long* nbUtilises,
                                    bool premiereConsommee) noexcept
 {
     if (nbUtilises != nullptr) {
@@ -140,9 +142,8 @@ bool DeligatureEgalOptionPourJoker(char16_t ligature, char16_t const* motif,
     return k == nbLettres;
 }
 
-void AvanceAvecLigatures(char16_t const* a, unsigned long finA, unsigned long* i,
-                         char16_t const* b, unsigned long finB, unsigned long* j,
-                         Malgray m) noexcept
+void AvanceAvecLigatures(char16_t const* a, unsigned long finA, unsigned long* i, char16_t const* b,
+                         unsigned long finB, unsigned long* j, Malgray m) noexcept
 {
     unsigned long x = *i;
     unsigned long y = *j;

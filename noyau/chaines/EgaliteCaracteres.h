@@ -36,8 +36,8 @@ inline char16_t ReplieSelonMalgray(char16_t c, Malgray m) noexcept
 inline bool UniCarEgalOption(char16_t a, char16_t b, Malgray m) noexcept
 {
     constexpr Malgray kBitsChaineN = MalgrayAccents | MalgrayCasse | MalgrayTypographie;
-    return a == b || ((m & kBitsChaineN) != 0 &&
-                      ReplieSelonMalgray(a, m & kBitsChaineN) == ReplieSelonMalgray(b, m & kBitsChaineN));
+    return a == b || ((m & kBitsChaineN) != 0 && ReplieSelonMalgray(a, m & kBitsChaineN) ==
+                                                     ReplieSelonMalgray(b, m & kBitsChaineN));
 }
 
 // Égalité de deux étendues de même longueur, caractère à caractère.

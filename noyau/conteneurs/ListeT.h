@@ -15,7 +15,10 @@ template <typename T, unsigned long kCapaciteInitiale = 2, unsigned long kIncrem
 class ListeT
 {
 public:
-    explicit ListeT(Index capaciteInitiale = kCapaciteInitiale) { _elements.reserve(capaciteInitiale); }
+    explicit ListeT(Index capaciteInitiale = kCapaciteInitiale)
+    {
+        _elements.reserve(capaciteInitiale);
+    }
 
     Index Taille() const noexcept { return static_cast<Index>(_elements.size()); }
     Index Capacite() const noexcept { return static_cast<Index>(_elements.capacity()); }
@@ -87,8 +90,7 @@ private:
 
 // Liste d'usage courant (résultats de recherche, listes de parties) : un type distinct de
 // ListeT<T, 2, 1, unsigned long>, pour que les deux se surchargent.
-template <typename T>
-class ListeC : public ListeT<T, 4, 0, unsigned long>
+template <typename T> class ListeC : public ListeT<T, 4, 0, unsigned long>
 {
 public:
     using ListeT<T, 4, 0, unsigned long>::ListeT;

@@ -3,8 +3,7 @@
 namespace sdd {
 
 // Couple de valeurs, comparé membre à membre (premier, puis second).
-template <typename A, typename B>
-struct Paire
+template <typename A, typename B> struct Paire
 {
     A premier{};
     B second{};

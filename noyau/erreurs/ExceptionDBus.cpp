@@ -16,15 +16,16 @@ ExceptionDBus::ExceptionDBus(eTypeException type, QString nom, QDBusError erreur
         return;
     }
     // Remplissage en une fois : un %n dans le nom ne doit pas être repris.
-    _explication = UniChaine(
-        modele.arg(_nom, _erreur.message(), QString::number(int(_erreur.type()))));
+    _explication =
+        UniChaine(modele.arg(_nom, _erreur.message(), QString::number(int(_erreur.type()))));
 }
 
 ExceptionDBus::~ExceptionDBus() = default;
 
 ExceptionApiDBus::ExceptionApiDBus(QString const& texte, int code)
-    : ExceptionModulePelimore(UniChaine("Exception API DBus."),
-                              UniChaine(QStringLiteral("%1 : code %2").arg(texte, QString::number(code))))
+    : ExceptionModulePelimore(
+          UniChaine("Exception API DBus."),
+          UniChaine(QStringLiteral("%1 : code %2").arg(texte, QString::number(code))))
 {
 }
 

@@ -58,9 +58,9 @@ LiberationObjetImpossible::LiberationObjetImpossible()
 }
 
 IndexHorsBorne::IndexHorsBorne(unsigned long index, unsigned long min, unsigned long max)
-    : Exception(UniChaine("L'index est hors limite"),
-                UniChaine("index=") + EnDecimalSigne(index) + UniChaine(" min=") +
-                    EnDecimalSigne(min) + UniChaine(" max=") + EnDecimalSigne(max))
+    : Exception(UniChaine("L'index est hors limite"), UniChaine("index=") + EnDecimalSigne(index) +
+                                                          UniChaine(" min=") + EnDecimalSigne(min) +
+                                                          UniChaine(" max=") + EnDecimalSigne(max))
 {
 }
 

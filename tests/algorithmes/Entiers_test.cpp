@@ -8,8 +8,7 @@
 
 namespace {
 
-template <typename Entier, typename Fonction>
-void CompareAToString(Fonction f, Entier valeur)
+template <typename Entier, typename Fonction> void CompareAToString(Fonction f, Entier valeur)
 {
     char tampon[32];
     std::string const attendu = std::to_string(valeur);
@@ -17,8 +16,7 @@ void CompareAToString(Fonction f, Entier valeur)
     EXPECT_EQ(std::string(tampon), attendu);
 }
 
-template <typename Entier, typename Fonction>
-void CompareBornesEtHasard(Fonction f)
+template <typename Entier, typename Fonction> void CompareBornesEtHasard(Fonction f)
 {
     using Limites = std::numeric_limits<Entier>;
     for (Entier v : {Limites::min(), Entier(Limites::min() + 1), Entier(0), Entier(1), Entier(9),

@@ -17,7 +17,10 @@ using sdd::exceptions::IndexHorsBorne;
 
 namespace {
 
-std::u16string U16(ChaineN const& c) { return std::u16string(c.PreteUniCString() ? c.PreteUniCString() : u"", c.Longueur()); }
+std::u16string U16(ChaineN const& c)
+{
+    return std::u16string(c.PreteUniCString() ? c.PreteUniCString() : u"", c.Longueur());
+}
 
 std::u16string TexteAuHasard(std::mt19937& hasard, std::size_t longueurMax)
 {
@@ -25,10 +28,18 @@ std::u16string TexteAuHasard(std::mt19937& hasard, std::size_t longueurMax)
     std::u16string texte(hasard() % (longueurMax + 1), u' ');
     for (auto& u : texte) {
         switch (hasard() % 4) {
-        case 0: u = static_cast<char16_t>(0x20 + hasard() % 0x5F); break;
-        case 1: u = static_cast<char16_t>(0xA0 + hasard() % 0x1E0); break;
-        case 2: u = static_cast<char16_t>(u"  \t\u00A0\u2019œŒæÆß"[hasard() % 11]); break;
-        default: u = static_cast<char16_t>(hasard() % 0x10000); break;
+        case 0:
+            u = static_cast<char16_t>(0x20 + hasard() % 0x5F);
+            break;
+        case 1:
+            u = static_cast<char16_t>(0xA0 + hasard() % 0x1E0);
+            break;
+        case 2:
+            u = static_cast<char16_t>(u"  \t\u00A0\u2019œŒæÆß"[hasard() % 11]);
+            break;
+        default:
+            u = static_cast<char16_t>(hasard() % 0x10000);
+            break;
         }
     }
     return texte;
@@ -39,8 +50,9 @@ std::u16string ParICU(std::string const& octets)
     std::u16string sortie(octets.size() + 1, u'\0');
     int32_t longueur = 0;
     UErrorCode erreur = U_ZERO_ERROR;
-    u_strFromUTF8WithSub(sortie.data(), static_cast<int32_t>(sortie.size()), &longueur, octets.data(),
-                         static_cast<int32_t>(octets.size()), 0xFFFD, nullptr, &erreur);
+    u_strFromUTF8WithSub(sortie.data(), static_cast<int32_t>(sortie.size()), &longueur,
+                         octets.data(), static_cast<int32_t>(octets.size()), 0xFFFD, nullptr,
+                         &erreur);
     EXPECT_TRUE(U_SUCCESS(erreur));
     sortie.resize(longueur);
     return sortie;
@@ -121,12 +133,33 @@ TEST(ChaineN, EditionsCommeStdU16string)
         bool const valide = pos <= modele.size() && n <= modele.size() - pos;
         try {
             switch (hasard() % 6) {
-            case 0: c.Remplace(pos, n, ChaineN(morceau.data(), morceau.size())); if (valide) modele.replace(pos, n, morceau); break;
-            case 1: c.EnleveIntervalle(pos, n); if (valide) modele.erase(pos, n); break;
-            case 2: c.AjouteDebut(ChaineN(morceau.data(), morceau.size())); modele.insert(0, morceau); break;
-            case 3: c.AjouteFin(c); modele += modele; break;
-            case 4: c.EnleveFin(n); if (n <= modele.size()) modele.resize(modele.size() - n); break;
-            default: c.AjouteFin(morceau.data(), morceau.size()); modele += morceau; break;
+            case 0:
+                c.Remplace(pos, n, ChaineN(morceau.data(), morceau.size()));
+                if (valide)
+                    modele.replace(pos, n, morceau);
+                break;
+            case 1:
+                c.EnleveIntervalle(pos, n);
+                if (valide)
+                    modele.erase(pos, n);
+                break;
+            case 2:
+                c.AjouteDebut(ChaineN(morceau.data(), morceau.size()));
+                modele.insert(0, morceau);
+                break;
+            case 3:
+                c.AjouteFin(c);
+                modele += modele;
+                break;
+            case 4:
+                c.EnleveFin(n);
+                if (n <= modele.size())
+                    modele.resize(modele.size() - n);
+                break;
+            default:
+                c.AjouteFin(morceau.data(), morceau.size());
+                modele += morceau;
+                break;
             }
         } catch (IndexHorsBorne const&) {
         }
@@ -201,8 +234,11 @@ TEST(ChaineN, UTF8CommeICU)
         std::string octets(hasard() % 12, '\0');
         for (auto& o : octets) {
             // Octets de tête, de suite et ASCII, en proportions qui forment des séquences.
-            static constexpr unsigned char kChoix[] = {0x41, 0x80, 0xBF, 0x9F, 0xA0, 0x90, 0x8F, 0xC2, 0xC0, 0xDF, 0xE0, 0xED, 0xEF, 0xF0, 0xF4, 0xF5, 0xFF};
-            o = static_cast<char>(hasard() % 3 == 0 ? hasard() % 256 : kChoix[hasard() % sizeof kChoix]);
+            static constexpr unsigned char kChoix[] = {0x41, 0x80, 0xBF, 0x9F, 0xA0, 0x90,
+                                                       0x8F, 0xC2, 0xC0, 0xDF, 0xE0, 0xED,
+                                                       0xEF, 0xF0, 0xF4, 0xF5, 0xFF};
+            o = static_cast<char>(hasard() % 3 == 0 ? hasard() % 256
+                                                    : kChoix[hasard() % sizeof kChoix]);
         }
         ASSERT_EQ(U16(ChaineN(octets, ChaineN::kUTF8)), ParICU(octets)) << i;
     }
@@ -218,7 +254,8 @@ TEST(ChaineN, UTF8CommeICU)
     }
     // Demi-codet isolé : forme en trois octets de U+FFFD ; une paire donne quatre octets.
     char16_t const isole[] = {u'a', 0xD800, u'b', 0xDC00, 0};
-    EXPECT_EQ(ChaineN(isole).DonneStdString(ChaineN::kUTF8), "a\xEF\xBF\xBD" "b\xEF\xBF\xBD");
+    EXPECT_EQ(ChaineN(isole).DonneStdString(ChaineN::kUTF8), "a\xEF\xBF\xBD"
+                                                             "b\xEF\xBF\xBD");
     char16_t const paire[] = {0xD83D, 0xDE00, 0};
     EXPECT_EQ(ChaineN(paire).DonneStdString(ChaineN::kUTF8), "\xF0\x9F\x98\x80");
     // Jamais de lecture au-delà de la longueur donnée.
@@ -239,6 +276,10 @@ TEST(ChaineN, FormesEnOctets)
     EXPECT_EQ(c.DonneStdString(ChaineN::kUTF16LE), std::string("a\0\xE9\0\xAC\x20", 6));
     EXPECT_EQ(c.DonneStdString(ChaineN::kUTF16BE), std::string("\0a\0\xE9\x20\xAC", 6));
     EXPECT_EQ(ChaineN(c.DonneStdString(ChaineN::kUTF16BE), ChaineN::kUTF16BE), c);
+    char16_t const paire[] = {0xD83D, 0xDE00, 0};
+    char petit[4] = {1, 1, 1, 1};
+    ChaineN(paire).PreteCString(ChaineN::kUTF16LE, sizeof petit, petit);
+    EXPECT_EQ(std::string(petit, 2), std::string(2, '\0')); // la paire ne se coupe pas
     EXPECT_EQ(U16(ChaineN(std::string("a\0b", 3), ChaineN::kUTF16LE)), u"a\uFFFD");
 }
 
@@ -248,7 +289,8 @@ TEST(ChaineN, Nombres)
     EXPECT_EQ(U16(ChaineN::DepuisNombre(-5, 10, 4, false, true)), u"-5  ");
     EXPECT_EQ(U16(ChaineN::DepuisNombre(255, 16, 0, false, false)), u"FF");
     EXPECT_EQ(U16(ChaineN::DepuisNombre(123456, 10, 3)), u"123456");
-    EXPECT_EQ(U16(ChaineN::DepuisNombre(std::numeric_limits<long long>::min())), u"-9223372036854775808");
+    EXPECT_EQ(U16(ChaineN::DepuisNombre(std::numeric_limits<long long>::min())),
+              u"-9223372036854775808");
     EXPECT_THROW(ChaineN::DepuisNombre(1, 1), IndexHorsBorne);
     try {
         ChaineN::DepuisNombre(1u, 17);
@@ -262,7 +304,8 @@ TEST(ChaineN, Nombres)
         char attendu[80];
         *std::to_chars(attendu, attendu + 80, valeur, base).ptr = '\0';
         std::string majuscules(attendu);
-        for (auto& c : majuscules) c = static_cast<char>(std::toupper(c));
+        for (auto& c : majuscules)
+            c = static_cast<char>(std::toupper(c));
         ASSERT_EQ(ChaineN::DepuisNombre(valeur, base).DonneStdString(), majuscules);
     }
     EXPECT_EQ(U16(ChaineN::DepuisNombre(3.14159, 2)), u"3.14");
@@ -277,7 +320,8 @@ TEST(ChaineN, Pourcent)
     ChaineN const vide;
     EXPECT_EQ(U16(ChaineN(u"é").DonneChaineEchappayPourcent(vide, vide)), u"%C3%A9");
     EXPECT_EQ(U16(ChaineN(u"a b/c").DonneChaineEchappayPourcent(vide, vide)), u"a%20b/c");
-    EXPECT_EQ(U16(ChaineN(u"a b/c").DonneChaineEchappayPourcent(ChaineN(u" "), ChaineN(u"/"))), u"a b%2Fc");
+    EXPECT_EQ(U16(ChaineN(u"a b/c").DonneChaineEchappayPourcent(ChaineN(u" "), ChaineN(u"/"))),
+              u"a b%2Fc");
     EXPECT_EQ(U16(ChaineN(u"%41%e9").DonneChaineDesechappeePourcent()), u"A\uFFFD");
     EXPECT_EQ(U16(ChaineN(u"%41%e").DonneChaineDesechappeePourcent()), u"A%e");
     EXPECT_EQ(U16(ChaineN(u"%zz").DonneChaineDesechappeePourcent()), std::u16string(1, u'\0'));
@@ -286,7 +330,8 @@ TEST(ChaineN, Pourcent)
     for (int i = 0; i < 2000; ++i) {
         std::u16string texte = TexteAuHasard(hasard, 20);
         for (auto& u : texte) {
-            if (u >= 0xD800 && u <= 0xDFFF) u = u'x';
+            if (u >= 0xD800 && u <= 0xDFFF)
+                u = u'x';
         }
         ChaineN const c(texte.data(), texte.size());
         ASSERT_EQ(c.DonneChaineEchappayPourcent(vide, vide).DonneChaineDesechappeePourcent(), c);
@@ -319,10 +364,13 @@ TEST(ChaineN, TransformationsSelonLaTable)
         for (std::size_t k = 0; k < texte.size(); ++k) {
             ASSERT_EQ(maj[k], gInfoUniCaractere[texte[k]][kInfoMajuscule]);
             ASSERT_EQ(min[k], gInfoUniCaractere[texte[k]][kInfoMinuscule]);
-            ASSERT_EQ(sans[k], gInfoUniCaractere[gInfoUniCaractere[texte[k]][kInfoSansAccent]][kInfoMinuscule]);
+            ASSERT_EQ(
+                sans[k],
+                gInfoUniCaractere[gInfoUniCaractere[texte[k]][kInfoSansAccent]][kInfoMinuscule]);
         }
         ASSERT_EQ(c.Inverse().Inverse(), c);
-        ASSERT_EQ(c.Deligature().Longueur(), texte.size() + std::count_if(texte.begin(), texte.end(), [](char16_t u) {
+        ASSERT_EQ(c.Deligature().Longueur(),
+                  texte.size() + std::count_if(texte.begin(), texte.end(), [](char16_t u) {
                       return gInfoUniCaractere[u][kInfoMarques] & kMarqueLigature;
                   }));
     }
@@ -348,9 +396,11 @@ TEST(ChaineN, RecherchesCommeStdU16string)
     std::mt19937 hasard(17);
     for (int i = 0; i < 5000; ++i) {
         std::u16string texte(hasard() % 30, u'a');
-        for (auto& u : texte) u = u"abc"[hasard() % 3];
+        for (auto& u : texte)
+            u = u"abc"[hasard() % 3];
         std::u16string motif(hasard() % 4, u'a');
-        for (auto& u : motif) u = u"abc"[hasard() % 3];
+        for (auto& u : motif)
+            u = u"abc"[hasard() % 3];
         ChaineN const t(texte.data(), texte.size());
         ChaineN const m(motif.data(), motif.size());
         unsigned long const depuis = hasard() % (texte.size() + 2);
@@ -362,7 +412,8 @@ TEST(ChaineN, RecherchesCommeStdU16string)
         }
         // Avec tolérance, sur un texte en capitales.
         ChaineN const capitales = t.Majusculise();
-        ASSERT_EQ(capitales.Contient(m, &pos, depuis, ChaineN::MalgrayCasse), attendu != std::u16string::npos);
+        ASSERT_EQ(capitales.Contient(m, &pos, depuis, ChaineN::MalgrayCasse),
+                  attendu != std::u16string::npos);
         if (attendu != std::u16string::npos) {
             ASSERT_EQ(pos, attendu);
         }
@@ -373,7 +424,8 @@ TEST(ChaineN, RecherchesCommeStdU16string)
         }
         std::u16string remplace = texte;
         if (!motif.empty()) {
-            for (std::size_t p = 0; (p = remplace.find(motif, p)) != std::u16string::npos; p += 2) remplace.replace(p, motif.size(), u"XY");
+            for (std::size_t p = 0; (p = remplace.find(motif, p)) != std::u16string::npos; p += 2)
+                remplace.replace(p, motif.size(), u"XY");
         }
         ASSERT_EQ(U16(t.Remplace(m, ChaineN(u"XY"))), remplace);
         ASSERT_EQ(t.Compare(m), (texte > motif) - (texte < motif));
@@ -384,14 +436,21 @@ TEST(ChaineN, RecherchesCommeStdU16string)
     EXPECT_EQ(pos, 3u);
     EXPECT_TRUE(phrase.ContientMotEntier(ChaineN(u"chat"), &pos, 4));
     EXPECT_EQ(pos, 17u);
-    EXPECT_EQ(U16(phrase.RemplaceMotEntier(ChaineN(u"chat"), ChaineN(u"chien"))), u"le chien, l'achat chien");
+    EXPECT_EQ(U16(phrase.RemplaceMotEntier(ChaineN(u"chat"), ChaineN(u"chien"))),
+              u"le chien, l'achat chien");
     EXPECT_TRUE(phrase.ContientUnCarDe(ChaineN(u",'"), &pos));
     EXPECT_EQ(pos, 7u);
     EXPECT_TRUE(phrase.TrouveUnCarDeVersLArriere(ChaineN(u",'"), &pos));
     EXPECT_EQ(pos, 10u);
-    EXPECT_EQ(ChaineN(u"été").LongueurPrefixeCommun(ChaineN(u"ETAT"), ChaineN::MalgrayAccents | ChaineN::MalgrayCasse), 2u);
-    EXPECT_EQ(ChaineN(u"chanté").LongueurSuffixeCommun(ChaineN(u"TE"), ChaineN::MalgrayAccents | ChaineN::MalgrayCasse), 2u);
-    EXPECT_EQ(U16(ChaineN(u", ").Joindre(std::vector<ChaineN>{ChaineN(u"a"), ChaineN(u"b"), ChaineN(u"c")})), u"a, b, c");
+    EXPECT_EQ(ChaineN(u"été").LongueurPrefixeCommun(ChaineN(u"ETAT"), ChaineN::MalgrayAccents |
+                                                                          ChaineN::MalgrayCasse),
+              2u);
+    EXPECT_EQ(ChaineN(u"chanté").LongueurSuffixeCommun(ChaineN(u"TE"), ChaineN::MalgrayAccents |
+                                                                           ChaineN::MalgrayCasse),
+              2u);
+    EXPECT_EQ(U16(ChaineN(u", ").Joindre(
+                  std::vector<ChaineN>{ChaineN(u"a"), ChaineN(u"b"), ChaineN(u"c")})),
+              u"a, b, c");
 }
 
 TEST(ChaineN, ExpressionsEtFormat)
@@ -409,16 +468,19 @@ TEST(ChaineN, ExpressionsEtFormat)
         EXPECT_EQ(QString(e.Explication()), "U_REGEX_MISMATCHED_PAREN");
     }
     std::u16string const large = u"aé€";
-    ChaineN const f = ChaineN::Format(ChaineN(u"%d|%u|%ld|%lu|%x|%X|%s|%c|%.2f|%g|%%|%S|%5d|%-3s|"), -1, 2u, -3L, 4UL,
-                                      255, 255, "é", 'z', 2.5, 0.5, large.c_str(), 42, "x");
+    ChaineN const f =
+        ChaineN::Format(ChaineN(u"%d|%u|%ld|%lu|%x|%X|%s|%c|%.2f|%g|%%|%S|%5d|%-3s|"), -1, 2u, -3L,
+                        4UL, 255, 255, "é", 'z', 2.5, 0.5, large.c_str(), 42, "x");
     EXPECT_EQ(U16(f), u"-1|2|-3|4|ff|FF|é|z|2.50|0.5|%|aé€|   42|x  |");
     EXPECT_EQ(U16(ChaineN(ChaineN::kUTF8, "%s=%d", "n", 3)), u"n=3");
     EXPECT_EQ(U16(ChaineN(ChaineN::kLatin9, "%s \xA4", "€")), u"€ €");
 
     // Les deux classes de chaînes mettent en forme et se convertissent de même.
-    EXPECT_EQ(QString(UniChaine::Format(UniChaine("%S|%05.1f"), large.c_str(), -2.26)), QString::fromUtf8("aé€|-02.3"));
+    EXPECT_EQ(QString(UniChaine::Format(UniChaine("%S|%05.1f"), large.c_str(), -2.26)),
+              QString::fromUtf8("aé€|-02.3"));
     EXPECT_EQ(QString(UniChaine(UniChaine::kUTF8, "%d%%", 7)), "7%");
-    EXPECT_EQ(QString(UniChaine().sprintf(UniChaine::kMacRoman, "\x8E%c", 'x')), QString::fromUtf8("éx"));
+    EXPECT_EQ(QString(UniChaine().sprintf(UniChaine::kMacRoman, "\x8E%c", 'x')),
+              QString::fromUtf8("éx"));
     ChaineN const c(large.data(), large.size());
     EXPECT_EQ(UniChaine(c).DonneChaineN(), c);
 }

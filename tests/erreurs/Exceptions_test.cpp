@@ -10,7 +10,10 @@ using namespace sdd::exceptions;
 
 namespace {
 
-std::string Texte(UniChaine const& u) { return QString(u).toStdString(); }
+std::string Texte(UniChaine const& u)
+{
+    return QString(u).toStdString();
+}
 
 } // namespace
 

@@ -113,8 +113,14 @@ std::size_t DecodeUTF8(char const* octets, std::size_t n, char16_t* dest) noexce
 
 namespace {
 
-inline bool EstPremiereDemiPaire(char16_t u) noexcept { return u >= 0xD800 && u <= 0xDBFF; }
-inline bool EstSecondeDemiPaire(char16_t u) noexcept { return u >= 0xDC00 && u <= 0xDFFF; }
+inline bool EstPremiereDemiPaire(char16_t u) noexcept
+{
+    return u >= 0xD800 && u <= 0xDBFF;
+}
+inline bool EstSecondeDemiPaire(char16_t u) noexcept
+{
+    return u >= 0xDC00 && u <= 0xDFFF;
+}
 
 } // namespace
 
