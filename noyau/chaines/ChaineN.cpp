@@ -5,6 +5,7 @@
 #include "noyau/chaines/InfoUniCaractere.h"
 #include "noyau/chaines/UniCaractere.h"
 #include "noyau/chaines/detail/Formatage.h"
+#include "noyau/chaines/detail/Pourcent.h"
 #include "noyau/chaines/detail/TablesCodages.h"
 #include "noyau/chaines/detail/UTF8.h"
 #include "noyau/erreurs/Exceptions.h"
@@ -90,11 +91,9 @@ inline bool EstSeparateurDeMot(char16_t c) noexcept
     return (classe & kPoncSeparateurDeMot) && !(classe & kPoncFinDeLigne);
 }
 
-// Caractères laissés tels quels par l'échappement « pour cent ».
 ChaineN const& CaracteresNonEchappes()
 {
-    static ChaineN const caracteres(
-        u"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789;/?:@&=+$,[]-_.!~*'()");
+    static ChaineN const caracteres(detail::kCaracteresNonEchappes);
     return caracteres;
 }
 
@@ -1339,7 +1338,6 @@ ChaineN ChaineN::DonneChaineEchappayPourcent(ChaineN const& garder, ChaineN cons
     if (EstVide()) {
         return kChaineNNulle;
     }
-    static constexpr char16_t kHexa[] = u"0123456789ABCDEF";
     ChaineN resultat;
     for (unsigned long i = 0; i < Longueur(); ++i) {
         char16_t const c = _Unites()[i];
@@ -1353,51 +1351,20 @@ ChaineN ChaineN::DonneChaineEchappayPourcent(ChaineN const& garder, ChaineN cons
         char octets[4];
         std::size_t const n = detail::EncodeUTF8(&c, 1, octets, sizeof octets);
         for (std::size_t k = 0; k < n; ++k) {
-            auto const o = static_cast<unsigned char>(octets[k]);
-            char16_t const echappement[3] = {u'%', kHexa[o >> 4], kHexa[o & 0xF]};
+            char16_t echappement[3];
+            detail::EcrisOctetEchappe(static_cast<unsigned char>(octets[k]), echappement);
             resultat.AjouteFin(echappement, 3);
         }
     }
     return resultat;
 }
 
-namespace {
-
-unsigned ValeurHexa(char16_t c) noexcept
-{
-    if (c >= u'0' && c <= u'9') {
-        return c - u'0';
-    }
-    if (c >= u'A' && c <= u'F') {
-        return c - u'A' + 10;
-    }
-    if (c >= u'a' && c <= u'f') {
-        return c - u'a' + 10;
-    }
-    return 0; // tout autre caractère compte pour 0
-}
-
-} // namespace
-
 ChaineN ChaineN::DonneChaineDesechappeePourcent() const
 {
     if (EstVide()) {
         return kChaineNNulle;
     }
-    unsigned long const longueur = Longueur();
-    std::string octets;
-    octets.reserve(longueur);
-    for (unsigned long i = 0; i < longueur; ++i) {
-        char16_t const c = _Unites()[i];
-        if (c == u'%' && i + 2 < longueur) {
-            octets.push_back(static_cast<char>(ValeurHexa(_Unites()[i + 1]) << 4 |
-                                               ValeurHexa(_Unites()[i + 2])));
-            i += 2;
-        } else {
-            octets.push_back(static_cast<char>(c & 0xFF)); // tronqué à 8 bits, voulu
-        }
-    }
-    return ChaineN(octets, kUTF8);
+    return ChaineN(detail::DesechappePourcent(_Unites(), Longueur()), kUTF8);
 }
 
 // Jonction

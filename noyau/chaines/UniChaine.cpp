@@ -1,6 +1,7 @@
 #include "noyau/chaines/UniChaine.h"
 
 #include "noyau/chaines/ConvertisseurChaineN.h"
+#include "noyau/chaines/detail/Pourcent.h"
 #include "noyau/chaines/detail/UTF8.h"
 #include "noyau/conteneurs/ListeT.h"
 #include "noyau/erreurs/Exceptions.h"
@@ -1590,8 +1591,7 @@ char16_t const* UniChaine::PreteUniCString() const noexcept
 UniChaine UniChaine::DonneChaineEchappayPourcent(UniChaine const& garder, UniChaine const& forcer,
                                                  Codage codage) const
 {
-    static QString const kSurs = QStringLiteral(
-        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789;/?:@&=+$,[]-_.!~*'()");
+    static QString const kSurs = QString::fromUtf16(sdd::detail::kCaracteresNonEchappes);
     int const codageChaineN = CodageChaineN(codage);
     auto const& convertisseur =
         sdd::ConvertisseurChaineN::DonnePourCodage(codageChaineN < 0 ? 4 : codageChaineN);
@@ -1620,50 +1620,19 @@ UniChaine UniChaine::DonneChaineEchappayPourcent(UniChaine const& garder, UniCha
         std::size_t const ecrits =
             convertisseur.DepuisUTF16(u + i, nb, octets.data(), octets.size());
         for (std::size_t k = 0; k < ecrits; ++k) {
-            auto const octet = static_cast<unsigned char>(octets[k]);
-            resultat += QLatin1Char('%');
-            resultat += QLatin1Char("0123456789ABCDEF"[octet >> 4]);
-            resultat += QLatin1Char("0123456789ABCDEF"[octet & 0xF]);
+            char16_t echappement[3];
+            sdd::detail::EcrisOctetEchappe(static_cast<unsigned char>(octets[k]), echappement);
+            resultat.append(reinterpret_cast<QChar const*>(echappement), 3);
         }
         i = fin;
     }
     return UniChaine(resultat);
 }
 
-namespace {
-
-// Chiffre hexadécimal ; tout autre caractère vaut 0, comme pour sdd::ChaineN.
-int ValeurHexa(char16_t c) noexcept
-{
-    if (c >= u'0' && c <= u'9') {
-        return c - u'0';
-    }
-    if (c >= u'A' && c <= u'F') {
-        return c - u'A' + 10;
-    }
-    if (c >= u'a' && c <= u'f') {
-        return c - u'a' + 10;
-    }
-    return 0;
-}
-
-} // namespace
-
 UniChaine UniChaine::DonneChaineDesechappeePourcent(UniChaine const& texte, Codage codage)
 {
-    char16_t const* u = texte.PreteUniCString();
-    int const n = texte.Longueur();
-    std::string octets;
-    octets.reserve(static_cast<std::size_t>(n));
-    for (int i = 0; i < n; ++i) {
-        if (u[i] == u'%' && i + 2 < n) {
-            octets += static_cast<char>(ValeurHexa(u[i + 1]) << 4 | ValeurHexa(u[i + 2]));
-            i += 2;
-        } else {
-            // Huit bits bas, volontairement.
-            octets += static_cast<char>(u[i] & 0xFF);
-        }
-    }
+    std::string const octets = sdd::detail::DesechappePourcent(
+        texte.PreteUniCString(), static_cast<std::size_t>(texte.Longueur()));
     return UniChaine(octets, codage);
 }
 
