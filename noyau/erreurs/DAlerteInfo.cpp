@@ -61,8 +61,8 @@ UniChaine& DAlerteInfo::DonneDecoration()
 
 DAlerteInfo::DAlerteInfo() : _type(kInconnu), _titreParDefaut(true) {}
 
-DAlerteInfo::DAlerteInfo(eTypeDialogue type, UniChaine const& message,
-                         UniChaine const& explication, UniChaine const& titre)
+DAlerteInfo::DAlerteInfo(eTypeDialogue type, UniChaine const& message, UniChaine const& explication,
+                         UniChaine const& titre)
     : _type(type), _message(message), _explication(explication), _titre(titre),
       _titreParDefaut(titre.EstVide())
 {

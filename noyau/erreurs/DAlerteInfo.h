@@ -76,8 +76,7 @@ class NOYAU_EXPORT DAlerteInfoErreur : public DAlerteInfo
 {
 public:
     DAlerteInfoErreur(eTypeDialogue type, UniChaine const& message, UniChaine const& explication,
-                      int numeroErreur, UniChaine const& titre, int detail1 = -1,
-                      int detail2 = -1);
+                      int numeroErreur, UniChaine const& titre, int detail1 = -1, int detail2 = -1);
     // Copie fidèle : explication propre et numéros, sans les écrire deux fois.
     DAlerteInfoErreur(DAlerteInfoErreur const& source);
     DAlerteInfoErreur& operator=(DAlerteInfoErreur const& source);

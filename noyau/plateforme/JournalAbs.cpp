@@ -25,16 +25,15 @@ public:
         QIODevice::OpenMode const mode = QIODevice::WriteOnly | QIODevice::Unbuffered |
                                          (remiseAZero ? QIODevice::Truncate : QIODevice::Append);
         if (!_fichier.open(mode)) {
-            throw sdd::exceptions::OuvertureEchouee(
-                UniChaine(chemin + QStringLiteral(" (") + _fichier.errorString() +
-                          QLatin1Char(')')));
+            throw sdd::exceptions::OuvertureEchouee(UniChaine(
+                chemin + QStringLiteral(" (") + _fichier.errorString() + QLatin1Char(')')));
         }
     }
 
     bool Ecris(UniChaine const& texte) override
     {
-        QString ligne = QDateTime::currentDateTime().toString(
-            QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz"));
+        QString ligne =
+            QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz"));
         ligne += QLatin1Char('\t');
         // Les lignes suivantes d'un texte commencent par une tabulation : une ligne du
         // fichier sans tabulation en tête commence toujours un nouvel enregistrement.

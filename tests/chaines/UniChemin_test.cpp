@@ -20,9 +20,11 @@ TEST(UniChemin, AjouteComposant)
         char const* attendu;
     };
     Cas const cas[] = {
-        {"a", "/b", "a/b"},  {"a/", "b", "a/b"},   {"", "b", "b"},       {"a", "//b", "a/b"},
-        {"/", "b", "/b"},    {"a", "", "a/"},      {"", "/b", "b"},      {"a//", "/b/", "a//b/"},
-        {"é", "ü", "é/ü"},   {"/x/y", "z.txt", "/x/y/z.txt"},
+        {"a", "/b", "a/b"}, {"a/", "b", "a/b"},
+        {"", "b", "b"},     {"a", "//b", "a/b"},
+        {"/", "b", "/b"},   {"a", "", "a/"},
+        {"", "/b", "b"},    {"a//", "/b/", "a//b/"},
+        {"é", "ü", "é/ü"},  {"/x/y", "z.txt", "/x/y/z.txt"},
     };
     for (auto const& c : cas) {
         UniChemin const chemin(c.chemin);

@@ -61,8 +61,7 @@ TEST(DAlerteInfo, TitreParDefaut)
 TEST(DAlerteInfo, TypographieEtFinsDeLigne)
 {
     char const* const brut = "l'été « chaud »\r\nfin\rici\n\r\r\r\n«\u00A0déjà\u00A0» «x»";
-    char const* const attendu =
-        "l’été «\u00A0chaud\u00A0»\nfin\nici\n\n\n\n«\u00A0déjà\u00A0» «x»";
+    char const* const attendu = "l’été «\u00A0chaud\u00A0»\nfin\nici\n\n\n\n«\u00A0déjà\u00A0» «x»";
     DAlerteInfo const a(DAlerteInfo::kInformation, brut, brut, brut);
     EXPECT_EQ(Texte(a.DonneMessage()), attendu);
     EXPECT_EQ(Texte(a.DonneExplication()), attendu);
@@ -89,8 +88,8 @@ TEST(DAlerteInfo, Nulle)
 TEST(DAlerteInfo, ExplicationDErreur)
 {
     auto explication = [](int numero, int d1, int d2) {
-        return Texte(
-            DAlerteInfoErreur(DAlerteInfo::kAlerte, "M", "E", numero, "T", d1, d2).DonneExplication());
+        return Texte(DAlerteInfoErreur(DAlerteInfo::kAlerte, "M", "E", numero, "T", d1, d2)
+                         .DonneExplication());
     };
     EXPECT_EQ(explication(12, -1, 7), "E\n\n Code Erreur: 12; 7;");
     EXPECT_EQ(explication(-1, -1, -1), "E");
@@ -107,8 +106,8 @@ TEST(DAlerteInfo, ExplicationDErreur)
 
 TEST(DAlerteInfo, EtiquettesDuJournal)
 {
-    char const* const etiquettes[] = {"(Inconnu)",   "(Question)", "(Information)", "(Attention)",
-                                      "(ALERTE)",    "(Autre)",    "(Attention)",   "(Autre)",
+    char const* const etiquettes[] = {"(Inconnu)",     "(Question)", "(Information)", "(Attention)",
+                                      "(ALERTE)",      "(Autre)",    "(Attention)",   "(Autre)",
                                       "(IconeMaison)", "(Autre)"};
     for (int type = 0; type < 10; ++type) {
         DAlerteInfo const a(static_cast<DAlerteInfo::eTypeDialogue>(type), "Le message",

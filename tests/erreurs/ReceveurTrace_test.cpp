@@ -134,7 +134,7 @@ TEST(ReceveurTrace, CanauxEtPreferences)
     MetsPrefsDeveloppement(&prefs);
     Devermin_JeTrace(true, 3);
     Devermin_JeTrace(true, 31);
-    Devermin_JeTrace(true, 32);  // hors des canaux : rien, sans exception
+    Devermin_JeTrace(true, 32); // hors des canaux : rien, sans exception
     Devermin_JeTrace(true, -1);
     EXPECT_TRUE(prefs.DonneTraceCanal(3));
     EXPECT_TRUE(prefs.DonneTraceCanal(31));
@@ -165,14 +165,42 @@ TEST(ReceveurTrace, CanauxEtPreferences)
 
 TEST(ReceveurTrace, TableDesCanaux)
 {
-    char const* const titres[33] = {
-        "LNG", "Phrase", "Hypothèses", "Analyse lexicale", "Numéro de mots", "Correction",
-        "Régimes", "Arbres partiels", "Arbres complets", "Arbres corrigés", "Numéros",
-        "Rangs des coocs", "Règles testées", "Diminue poids", "Figés", "Anaphores", "Ngrams",
-        "Langue", "LangueIdent", "Synchro", "Personnel 1", "Personnel 2", "Personnel 3",
-        "Personnel 4", "Personnel 5", "Personnel 6", "Développeurs Qt", "Développeurs Win",
-        "Développeurs Mac", "Développeurs Linux", "Stats compilation dicos", "Dico perso", ""};
-    std::string const analyses = "11111001101011" "000000000000000000" "0";
+    char const* const titres[33] = {"LNG",
+                                    "Phrase",
+                                    "Hypothèses",
+                                    "Analyse lexicale",
+                                    "Numéro de mots",
+                                    "Correction",
+                                    "Régimes",
+                                    "Arbres partiels",
+                                    "Arbres complets",
+                                    "Arbres corrigés",
+                                    "Numéros",
+                                    "Rangs des coocs",
+                                    "Règles testées",
+                                    "Diminue poids",
+                                    "Figés",
+                                    "Anaphores",
+                                    "Ngrams",
+                                    "Langue",
+                                    "LangueIdent",
+                                    "Synchro",
+                                    "Personnel 1",
+                                    "Personnel 2",
+                                    "Personnel 3",
+                                    "Personnel 4",
+                                    "Personnel 5",
+                                    "Personnel 6",
+                                    "Développeurs Qt",
+                                    "Développeurs Win",
+                                    "Développeurs Mac",
+                                    "Développeurs Linux",
+                                    "Stats compilation dicos",
+                                    "Dico perso",
+                                    ""};
+    std::string const analyses = "11111001101011"
+                                 "000000000000000000"
+                                 "0";
     for (typTrace canal = 0; canal < 33; ++canal) {
         EXPECT_EQ(QString(DonneTitreTrace(canal)).toStdString(), titres[canal]) << canal;
         EXPECT_STREQ(TabTrace[canal].titre, titres[canal]);

@@ -41,8 +41,8 @@ TEST(JournalAbs, LignesHorodatees)
     ASSERT_TRUE(dossier.isValid());
     QString const chemin = dossier.filePath("sous/j.log");
     {
-        std::unique_ptr<JournalAbs> journal(
-            JournalAbs::CreeJournalAvecPreference(dossier.filePath("sous"), "j.log", "Départ", true));
+        std::unique_ptr<JournalAbs> journal(JournalAbs::CreeJournalAvecPreference(
+            dossier.filePath("sous"), "j.log", "Départ", true));
         EXPECT_EQ(QString(journal->DonneChemin()), chemin);
         EXPECT_TRUE(journal->Ecris("première ligne"));
         EXPECT_TRUE(journal->EcrisAlerte(DAlerteInfoErreur(DAlerteInfo::kAlerte, "Disque plein",
@@ -51,13 +51,12 @@ TEST(JournalAbs, LignesHorodatees)
         // Relu avant la fermeture : rien n'attend dans un tampon.
         EXPECT_EQ(LignesSansHorodatage(chemin).size(), 5);
     }
-    QStringList const attendues = {"Départ", "première ligne",
-                                   "(ALERTE)\tDisque plein\tL’écriture", "\ta échoué\t", ""};
+    QStringList const attendues = {"Départ", "première ligne", "(ALERTE)\tDisque plein\tL’écriture",
+                                   "\ta échoué\t", ""};
     EXPECT_EQ(LignesSansHorodatage(chemin), attendues);
 
     // Sans remise à zéro, on allonge ; avec, on repart de rien.
-    delete JournalAbs::CreeJournalAvecPreference(dossier.filePath("sous"), "j.log", "Suite",
-                                                 false);
+    delete JournalAbs::CreeJournalAvecPreference(dossier.filePath("sous"), "j.log", "Suite", false);
     EXPECT_EQ(LignesSansHorodatage(chemin), attendues + QStringList{"Suite"});
     std::unique_ptr<JournalAbs> neuf(
         JournalAbs::CreeJournalAvecPreference(dossier.filePath("sous/"), "/j.log", "", true));
