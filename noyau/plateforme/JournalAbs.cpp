@@ -32,16 +32,17 @@ public:
 
     bool Ecris(UniChaine const& texte) override
     {
-        QString ligne =
-            QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz"));
-        ligne += QLatin1Char('\t');
         // Les lignes suivantes d'un texte commencent par une tabulation : une ligne du
         // fichier sans tabulation en tête commence toujours un nouvel enregistrement.
-        ligne += QString(texte.DonneQString()).replace(QLatin1Char('\n'), QStringLiteral("\n\t"));
-        ligne += QLatin1Char('\n');
-        QByteArray const octets = ligne.toUtf8();
+        QString const corps =
+            QString(texte.DonneQString()).replace(QLatin1Char('\n'), QStringLiteral("\n\t"));
+        // Horodatage sous le verrou : les lignes du fichier restent dans l'ordre du temps.
         std::lock_guard<std::mutex> verrou(_verrou);
-        return _fichier.write(octets) == octets.size();
+        QByteArray const ligne =
+            (QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz")) +
+             QLatin1Char('\t') + corps + QLatin1Char('\n'))
+                .toUtf8();
+        return _fichier.write(ligne) == ligne.size();
     }
 
     UniChemin DonneChemin() const override { return _fichier.fileName(); }
