@@ -18,7 +18,7 @@ constexpr std::uint64_t kCapaciteMax = std::numeric_limits<unsigned int>::max();
 } // namespace
 
 TamponMemoire::TamponMemoire(unsigned int capacite)
-    : _capacite(capacite), _donnees(new unsigned char[capacite]())
+    : _capacite(capacite), _donnees(new unsigned char[capacite]()) // bloc neuf à zéro
 {
 }
 
@@ -155,30 +155,17 @@ void TamponMemoire::_AgrandirPourUnOctet()
     }
 }
 
-void TamponMemoire::Mets(unsigned char const* octets, unsigned int n)
+void TamponMemoire::_AgrandirPourBloc(std::uint64_t fin)
 {
-    Mets(reinterpret_cast<char const*>(octets), n);
-}
-
-void TamponMemoire::Mets(char const* octets, unsigned int n)
-{
-    std::uint64_t const fin = std::uint64_t(_position) + n;
-    if (fin >= _capacite) {
-        // Doublements depuis la capacité courante ; garde : depuis 1 quand elle est nulle.
-        std::uint64_t capacite = std::max(_capacite, 1u);
-        while (capacite <= fin) {
-            capacite *= 2;
-        }
-        if (fin >= kCapaciteMax) {
-            throw std::bad_alloc();
-        }
-        Agrandir(static_cast<unsigned int>(std::min(capacite, kCapaciteMax)));
+    // Doublements depuis la capacité courante ; garde : depuis 1 quand elle est nulle.
+    std::uint64_t capacite = std::max(_capacite, 1u);
+    while (capacite <= fin) {
+        capacite *= 2;
     }
-    if (n != 0) {
-        std::memcpy(_donnees + _position, octets, n);
+    if (fin >= kCapaciteMax) {
+        throw std::bad_alloc();
     }
-    _position = static_cast<unsigned int>(fin);
-    _taille = _position;
+    Agrandir(static_cast<unsigned int>(std::min(capacite, kCapaciteMax)));
 }
 
 TamponMemoire& TamponMemoire::operator<<(char const* texte)
@@ -252,11 +239,9 @@ void TamponMemoire::Agrandir()
 
 void TamponMemoire::Agrandir(unsigned int capacite)
 {
-    // Bloc neuf mis à zéro : ce qui se lit au-delà des données ne dépend pas du hasard.
     auto* const bloc = new unsigned char[capacite];
     unsigned int const gardes = std::min(_capacite, capacite);
     std::copy_n(_donnees, gardes, bloc);
-    std::fill(bloc + gardes, bloc + capacite, 0);
     // Volontaire : un bloc emprunté est libéré lui aussi et reste marqué emprunté ; la
     // bibliothèque n'agrandit jamais un tampon qui emprunte.
     delete[] _donnees;

@@ -4,6 +4,7 @@
 #include "noyau/flux/Flux.h"
 
 #include <cstdint>
+#include <cstring>
 
 class UniChaine;
 
@@ -70,8 +71,22 @@ public:
         _donnees[_position++] = octet;
         _taille = _position;
     }
-    void Mets(unsigned char const* octets, unsigned int n) override;
-    virtual void Mets(char const* octets, unsigned int n);
+    void Mets(unsigned char const* octets, unsigned int n) override
+    {
+        Mets(reinterpret_cast<char const*>(octets), n);
+    }
+    virtual void Mets(char const* octets, unsigned int n)
+    {
+        std::uint64_t const fin = std::uint64_t(_position) + n;
+        if (fin >= _capacite) {
+            _AgrandirPourBloc(fin);
+        }
+        if (n != 0) {
+            std::memcpy(_donnees + _position, octets, n);
+        }
+        _position = static_cast<unsigned int>(fin);
+        _taille = _position;
+    }
 
     TamponMemoire& operator<<(char const* texte);
     // Les entiers sont écrits suivis d'un zéro que la position ne passe pas ; volontairement,
@@ -114,6 +129,8 @@ private:
     TamponMemoire(unsigned char* bloc, unsigned int taille, unsigned int capacite);
 
     void _AgrandirPourUnOctet();
+    // Capacité doublée jusqu'à dépasser fin.
+    void _AgrandirPourBloc(std::uint64_t fin);
     // Capacité d'au moins n octets (n sur 64 bits : aucun calcul de fin ne déborde).
     void _Assure(std::uint64_t n);
     unsigned char _OctetA(unsigned int p) const noexcept { return p < _capacite ? _donnees[p] : 0; }
