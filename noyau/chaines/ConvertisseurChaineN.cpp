@@ -179,8 +179,7 @@ std::size_t ConvertisseurChaineNUTF8::DepuisUTF16(char16_t const* unites, std::s
     return detail::EncodeUTF8(unites, n, dest, taille);
 }
 
-bool ConvertisseurChaineNUTF8::LisUnite(FluxEntree& flux, EtatLecture& etat,
-                                        char16_t* unite) const
+bool ConvertisseurChaineNUTF8::LisUnite(FluxEntree& flux, EtatLecture& etat, char16_t* unite) const
 {
     if (etat.unite >= 0) {
         *unite = static_cast<char16_t>(etat.unite);

@@ -57,7 +57,8 @@ std::size_t DecodeCaracteres(unsigned char const* s, std::size_t n, unsigned cha
     std::size_t i = 0;
     // Groupes complets sans « = » : le chemin rapide.
     for (; i + 4 <= n && s[i + 2] != '=' && s[i + 3] != '='; i += 4) {
-        unsigned int const bloc = unsigned(kValeur[s[i]]) << 18 | unsigned(kValeur[s[i + 1]]) << 12 |
+        unsigned int const bloc = unsigned(kValeur[s[i]]) << 18 |
+                                  unsigned(kValeur[s[i + 1]]) << 12 |
                                   unsigned(kValeur[s[i + 2]]) << 6 | kValeur[s[i + 3]];
         *d++ = static_cast<unsigned char>(bloc >> 16);
         *d++ = static_cast<unsigned char>(bloc >> 8);
@@ -66,7 +67,9 @@ std::size_t DecodeCaracteres(unsigned char const* s, std::size_t n, unsigned cha
     if (i < n) {
         // Dernier groupe, ou groupe qui porte un « = » : un caractère absent vaut 0.
         std::size_t const reste = std::min<std::size_t>(n - i, 4);
-        auto const valeur = [&](std::size_t k) { return k < reste ? unsigned(kValeur[s[i + k]]) : 0u; };
+        auto const valeur = [&](std::size_t k) {
+            return k < reste ? unsigned(kValeur[s[i + k]]) : 0u;
+        };
         unsigned int const bloc = valeur(0) << 18 | valeur(1) << 12 | valeur(2) << 6 | valeur(3);
         *d++ = static_cast<unsigned char>(bloc >> 16);
         if (reste > 2 && s[i + 2] != '=') {
@@ -97,7 +100,8 @@ void Base64::Decode(TamponMemoire const& source, TamponMemoire& cible)
     std::size_t const n = OctetsValides(source);
     std::uint64_t const position = cible.DonnePosition();
     cible._Assure(position + (n + 3) / 4 * 3 + 1);
-    std::size_t const ecrits = DecodeCaracteres(source.DonneDonnees(), n, cible._donnees + position);
+    std::size_t const ecrits =
+        DecodeCaracteres(source.DonneDonnees(), n, cible._donnees + position);
     cible._position = static_cast<unsigned int>(position + ecrits);
     cible._taille = cible._position;
 }
@@ -110,7 +114,8 @@ UniChaine Base64::EncodeNombreSimple(unsigned long nombre)
         nombre >>= 8;
     }
     char texte[(sizeof nombre + 2) / 3 * 4];
-    std::size_t const n = EncodeOctets(octets, sizeof octets, reinterpret_cast<unsigned char*>(texte));
+    std::size_t const n =
+        EncodeOctets(octets, sizeof octets, reinterpret_cast<unsigned char*>(texte));
     return UniChaine(texte, UniChaine::kUTF8, static_cast<int>(n));
 }
 

@@ -17,8 +17,7 @@ constexpr std::uint32_t kDecalage[VarElias::kLongueurMax] = {0, 128, 16512, 2113
 
 [[noreturn]] void LanceCodeTropLong()
 {
-    throw exceptions::ErreurDeserialisation(
-        UniChaine("VarElias : code de plus de quatre octets"));
+    throw exceptions::ErreurDeserialisation(UniChaine("VarElias : code de plus de quatre octets"));
 }
 
 [[noreturn]] void LanceCodeTronque()

@@ -59,8 +59,12 @@ TEST(ChaineNFlux, OctetsEcrits)
     // Demi-paires isolées : U+FFFD en UTF-8 ; une paire coupée au bout d'une tranche reste
     // entière.
     t.Vide();
-    ChaineN(u"a\xD800" "b\xDC00").Ecris(t);
-    EXPECT_EQ(Octets(t), std::string("a\xEF\xBF\xBD" "b\xEF\xBF\xBD\0", 9));
+    ChaineN(u"a\xD800"
+            "b\xDC00")
+        .Ecris(t);
+    EXPECT_EQ(Octets(t), std::string("a\xEF\xBF\xBD"
+                                     "b\xEF\xBF\xBD\0",
+                                     9));
     for (std::size_t avant : {1022u, 1023u, 1024u, 2047u}) {
         std::u16string long_(avant, u'x');
         long_ += u"\U0001F600";
@@ -117,7 +121,7 @@ TEST(ChaineNFlux, LectureUTF8CommeVersUTF16)
     // convertisseur, U+FFFD par sous-partie invalide, l'octet fautif commençant la suivante.
     auto const& utf8 = sdd::ConvertisseurChaineN::DonnePourCodage(ChaineN::kUTF8);
     std::mt19937 hasard(9);
-    unsigned char const choix[] = {'a', 0x7F, 0x80, 0x8F, 0x90, 0x9F, 0xA0, 0xBF, 0xC0,
+    unsigned char const choix[] = {'a',  0x7F, 0x80, 0x8F, 0x90, 0x9F, 0xA0, 0xBF, 0xC0,
                                    0xC2, 0xDF, 0xE0, 0xED, 0xEF, 0xF0, 0xF4, 0xF5, 0xFF};
     for (int essai = 0; essai < 3000; ++essai) {
         std::string octets(hasard() % 12, 'a');

@@ -44,8 +44,14 @@ std::string Decode(std::string const& texte)
 TEST(Base64, VecteursDeReference)
 {
     std::pair<char const*, char const*> const cas[] = {
-        {"", ""},         {"f", "Zg=="},         {"fo", "Zm8="},         {"foo", "Zm9v"},
-        {"foob", "Zm9vYg=="}, {"fooba", "Zm9vYmE="}, {"foobar", "Zm9vYmFy"}, {"Man", "TWFu"},
+        {"", ""},
+        {"f", "Zg=="},
+        {"fo", "Zm8="},
+        {"foo", "Zm9v"},
+        {"foob", "Zm9vYg=="},
+        {"fooba", "Zm9vYmE="},
+        {"foobar", "Zm9vYmFy"},
+        {"Man", "TWFu"},
         {"M", "TQ=="},
     };
     for (auto const& [clair, code] : cas) {
@@ -83,7 +89,7 @@ TEST(Base64, AjoutALaPositionEtEntreesAbimees)
     // Dernier groupe incomplet : les caractères absents comptent pour des zéros.
     EXPECT_EQ(Decode("TQ"), "M");
     EXPECT_EQ(Decode("TWE"), "Ma");
-    EXPECT_EQ(Decode("T"), "L");  // 19 << 2 = 0x4C
+    EXPECT_EQ(Decode("T"), "L"); // 19 << 2 = 0x4C
     // Un « = » en troisième ou quatrième place arrête tout.
     EXPECT_EQ(Decode("TQ==TWFu"), "M");
     EXPECT_EQ(Decode("TQ=u"), "M");

@@ -64,7 +64,8 @@ TEST(Serialiseur, EntiersEtBooleens)
 
 TEST(Serialiseur, Chaines)
 {
-    EXPECT_EQ(AllerRetour(sdd::ChaineN(u"l’été")), "l\xE2\x80\x99\xC3\xA9t\xC3\xA9" + std::string(1, '\0'));
+    EXPECT_EQ(AllerRetour(sdd::ChaineN(u"l’été")),
+              "l\xE2\x80\x99\xC3\xA9t\xC3\xA9" + std::string(1, '\0'));
     EXPECT_EQ(AllerRetour(UniChaine(u"l’été")), AllerRetour(sdd::ChaineN(u"l’été")));
     EXPECT_EQ(AllerRetour(UniChaine()), std::string(1, '\0'));
 

@@ -64,7 +64,10 @@ int EchecDeLecture(TamponMemoire& t)
 TEST(ChaineComprimee, AllerRetourContreZlib)
 {
     std::string const textes[] = {
-        "", "abc", "L’œuvre « complète » d’été, à l’hôpital — déjà vu ?", Mots(),
+        "",
+        "abc",
+        "L’œuvre « complète » d’été, à l’hôpital — déjà vu ?",
+        Mots(),
     };
     for (std::string const& utf8 : textes) {
         SCOPED_TRACE(utf8.substr(0, 40));
@@ -112,7 +115,8 @@ TEST(ChaineComprimee, DonneesAbimees)
     VarElias::Ecris(grand, VarElias::kValeurMax);
     grand.Mets(donnees + 2, taille - 2);
     grand.PositionneAuDebut();
-    EXPECT_EQ(TamponMemoire::DecompresseChaineN(grand), ChaineN(u"texte à comprimer, texte à comprimer"));
+    EXPECT_EQ(TamponMemoire::DecompresseChaineN(grand),
+              ChaineN(u"texte à comprimer, texte à comprimer"));
     // Données altérées : somme de contrôle fausse.
     TamponMemoire altere(t);
     altere.DonneDonnees()[taille - 1] ^= 1;

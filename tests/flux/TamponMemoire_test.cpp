@@ -131,8 +131,8 @@ TEST(TamponMemoire, NombresEcrits)
 
     TamponMemoire n(1);
     n << 4294967295u << -9223372036854775807LL - 1 << 18446744073709551615ULL << 2147483647;
-    EXPECT_EQ(std::string(n.DonneCString()),
-              "4294967295-922337203685477580818446744073709551615" "2147483647");
+    EXPECT_EQ(std::string(n.DonneCString()), "4294967295-922337203685477580818446744073709551615"
+                                             "2147483647");
     EXPECT_EQ(n.DonneTaille(), 0u);
 
     TamponMemoire d(1);

@@ -23,8 +23,7 @@ constexpr std::size_t kMaxOctetsUTF8ParUnite = 3;
 
 // Bornes du deuxième octet selon l'octet de tête (exclut les formes trop longues, les
 // demi-paires codées et ce qui dépasse U+10FFFF).
-inline void BornesDeuxiemeOctet(unsigned char tete, unsigned char& min,
-                                unsigned char& max) noexcept
+inline void BornesDeuxiemeOctet(unsigned char tete, unsigned char& min, unsigned char& max) noexcept
 {
     min = 0x80;
     max = 0xBF;
