@@ -15,6 +15,8 @@
 namespace sdd {
 
 class ExpressionReguliere;
+class FluxEntree;
+class FluxSortie;
 
 // Chaîne d'unités UTF-16 partagée par compte de références : une copie ne coûte qu'un
 // incrément atomique, la première écriture sur un texte partagé le recopie.
@@ -346,6 +348,12 @@ public:
     ChaineN Joindre(std::vector<ChaineN> const& parties) const;
     ChaineN Joindre(ListeC<ChaineN> const& parties) const;
     ChaineN Joindre(ListeT<ChaineN, 2, 1, unsigned long> const& parties) const;
+
+    // Flux : les unités dans le codage, puis une unité nulle (un octet, deux en UTF-16).
+    // Ecris renvoie la position du début. Lis remplace le texte ; un flux qui finit avant
+    // l'unité nulle lève OperationInvalide et la chaîne garde son texte.
+    unsigned int Ecris(FluxSortie& flux, Codage codage = kUTF8) const;
+    ChaineN& Lis(FluxEntree& flux, Codage codage = kUTF8);
 
     std::uint64_t hash() const noexcept;
 

@@ -3,8 +3,11 @@
 #include "noyau/chaines/UniCaractere.h"
 #include "noyau/chaines/detail/TablesCodages.h"
 #include "noyau/chaines/detail/UTF8.h"
+#include "noyau/flux/Flux.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <memory>
 
 namespace sdd {
@@ -14,6 +17,8 @@ namespace {
 constexpr int kNbCodages = 7;
 constexpr unsigned char kOctetInconnu = '?';
 constexpr char16_t kLosange = 0x25CA; // ◊, en Mac OS Roman à la place des symboles absents
+constexpr char16_t kRemplacement = 0xFFFD;
+constexpr std::size_t kUnitesParTranche = 1024;
 
 std::unique_ptr<ConvertisseurChaineN> gConvertisseurs[kNbCodages];
 
@@ -51,6 +56,23 @@ ConvertisseurChaineN const& ConvertisseurChaineN::DonnePourCodage(int codage)
         emplacement = CreeConvertisseur(codage);
     }
     return *emplacement;
+}
+
+void ConvertisseurChaineN::EcrisUnites(FluxSortie& flux, char16_t const* unites,
+                                       std::size_t n) const
+{
+    std::array<char, detail::kMaxOctetsUTF8ParUnite * kUnitesParTranche> octets;
+    while (n > 0) {
+        std::size_t tranche = std::min(n, kUnitesParTranche);
+        if (tranche < n && unites[tranche - 1] >= 0xD800 && unites[tranche - 1] <= 0xDBFF) {
+            --tranche; // la paire passe entière dans la tranche suivante
+        }
+        std::size_t const nbOctets = DepuisUTF16(unites, tranche, octets.data(), octets.size());
+        flux.Mets(reinterpret_cast<unsigned char const*>(octets.data()),
+                  static_cast<unsigned int>(nbOctets));
+        unites += tranche;
+        n -= tranche;
+    }
 }
 
 void ConvertisseurChaineN::LibereTous() noexcept
@@ -111,6 +133,16 @@ std::size_t ConvertisseurChaineNCodageUnOctet::DepuisUTF16(char16_t const* unite
     return nb;
 }
 
+bool ConvertisseurChaineNCodageUnOctet::LisUnite(FluxEntree& flux, EtatLecture&,
+                                                 char16_t* unite) const
+{
+    if (flux.EstALaFin()) {
+        return false;
+    }
+    *unite = _table[flux.Donne()];
+    return true;
+}
+
 ConvertisseurChaineNMacRoman::ConvertisseurChaineNMacRoman()
     : ConvertisseurChaineNCodageUnOctet(detail::gTableMacRoman)
 {
@@ -147,6 +179,57 @@ std::size_t ConvertisseurChaineNUTF8::DepuisUTF16(char16_t const* unites, std::s
     return detail::EncodeUTF8(unites, n, dest, taille);
 }
 
+bool ConvertisseurChaineNUTF8::LisUnite(FluxEntree& flux, EtatLecture& etat, char16_t* unite) const
+{
+    if (etat.unite >= 0) {
+        *unite = static_cast<char16_t>(etat.unite);
+        etat.unite = -1;
+        return true;
+    }
+    unsigned char tete;
+    if (etat.octet >= 0) {
+        tete = static_cast<unsigned char>(etat.octet);
+        etat.octet = -1;
+    } else if (flux.EstALaFin()) {
+        return false;
+    } else {
+        tete = flux.Donne();
+    }
+    std::size_t const longueur = detail::LongueurSelonTete(tete);
+    if (tete < 0x80 || longueur == 0) {
+        *unite = tete < 0x80 ? tete : kRemplacement;
+        return true;
+    }
+    // Mêmes règles que VersUTF16 : la sous-partie lue devient U+FFFD et l'octet fautif
+    // commence l'unité suivante.
+    unsigned char min, max;
+    detail::BornesDeuxiemeOctet(tete, min, max);
+    std::uint32_t code = tete & (0xFF >> (longueur + 1));
+    for (std::size_t i = 1; i < longueur; ++i) {
+        if (flux.EstALaFin()) {
+            *unite = kRemplacement;
+            return true;
+        }
+        unsigned char const octet = flux.Donne();
+        if (octet < min || octet > max) {
+            etat.octet = octet;
+            *unite = kRemplacement;
+            return true;
+        }
+        code = (code << 6) | (octet & 0x3F);
+        min = 0x80;
+        max = 0xBF;
+    }
+    if (code >= 0x10000) {
+        code -= 0x10000;
+        etat.unite = static_cast<int>(0xDC00 + (code & 0x3FF));
+        *unite = static_cast<char16_t>(0xD800 + (code >> 10));
+    } else {
+        *unite = static_cast<char16_t>(code);
+    }
+    return true;
+}
+
 std::size_t ConvertisseurChaineNUTF16::VersUTF16(char const* octets, std::size_t n,
                                                  char16_t* dest) const noexcept
 {
@@ -178,6 +261,21 @@ std::size_t ConvertisseurChaineNUTF16::DepuisUTF16(char16_t const* unites, std::
         dest[2 * i + 1] = _grosBoutiste ? faible : fort;
     }
     return 2 * nb;
+}
+
+bool ConvertisseurChaineNUTF16::LisUnite(FluxEntree& flux, EtatLecture&, char16_t* unite) const
+{
+    if (flux.EstALaFin()) {
+        return false;
+    }
+    unsigned int const a = flux.Donne();
+    if (flux.EstALaFin()) {
+        *unite = kRemplacement; // octet impair final, comme VersUTF16
+        return true;
+    }
+    unsigned int const b = flux.Donne();
+    *unite = static_cast<char16_t>(_grosBoutiste ? (a << 8 | b) : (b << 8 | a));
+    return true;
 }
 
 } // namespace sdd

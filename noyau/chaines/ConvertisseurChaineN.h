@@ -7,6 +7,9 @@
 
 namespace sdd {
 
+class FluxEntree;
+class FluxSortie;
+
 // Passage entre les unités UTF-16 d'une chaîne et les octets d'un codage externe.
 // Un convertisseur par codage, créé au premier usage (voir DonnePourCodage).
 class NOYAU_EXPORT ConvertisseurChaineN
@@ -30,6 +33,21 @@ public:
     // Octets du zéro final d'une chaîne dans ce codage.
     virtual std::size_t TailleTerminateur() const noexcept { return 1; }
 
+    // Écrit n unités dans le flux, par tranches converties avec DepuisUTF16 ; une paire de
+    // demi-codets n'est jamais coupée entre deux tranches.
+    void EcrisUnites(FluxSortie& flux, char16_t const* unites, std::size_t n) const;
+
+    // Ce qu'une lecture a tiré du flux d'avance : la seconde unité d'une paire, ou l'octet
+    // qui a interrompu une séquence UTF-8 et commence la suivante (-1 : rien).
+    struct EtatLecture
+    {
+        int unite = -1;
+        int octet = -1;
+    };
+    // Lit l'unité suivante octet par octet, comme VersUTF16 la décoderait ; faux quand le flux
+    // est épuisé.
+    virtual bool LisUnite(FluxEntree& flux, EtatLecture& etat, char16_t* unite) const = 0;
+
     // Le convertisseur d'un codage de sdd::ChaineN (valeurs 0 à 6 ; toute autre valeur
     // vaut Mac OS Roman). Créé au premier appel ; sans verrou, comme les autres
     // initialisations paresseuses de la bibliothèque.
@@ -48,6 +66,7 @@ public:
                           char16_t* dest) const noexcept override;
     std::size_t DepuisUTF16(char16_t const* unites, std::size_t n, char* dest,
                             std::size_t taille) const noexcept override;
+    bool LisUnite(FluxEntree& flux, EtatLecture& etat, char16_t* unite) const override;
 
     char16_t DonneUnite(unsigned char octet) const noexcept { return _table[octet]; }
     // L'octet d'une unité ; « ? » pour une unité absente du codage.
@@ -100,6 +119,7 @@ public:
     std::size_t MaxOctetsPourUnites(std::size_t n) const noexcept override { return 3 * n; }
     std::size_t DepuisUTF16(char16_t const* unites, std::size_t n, char* dest,
                             std::size_t taille) const noexcept override;
+    bool LisUnite(FluxEntree& flux, EtatLecture& etat, char16_t* unite) const override;
 };
 
 // UTF-16 sans marque d'ordre ; un octet impair final devient U+FFFD.
@@ -115,6 +135,7 @@ public:
     std::size_t DepuisUTF16(char16_t const* unites, std::size_t n, char* dest,
                             std::size_t taille) const noexcept override;
     std::size_t TailleTerminateur() const noexcept override { return 2; }
+    bool LisUnite(FluxEntree& flux, EtatLecture& etat, char16_t* unite) const override;
 
 private:
     bool _grosBoutiste;

@@ -12,37 +12,6 @@ namespace {
 
 constexpr char16_t kRemplacement = 0xFFFD;
 
-// Bornes du deuxième octet selon l'octet de tête (exclut les formes trop longues, les
-// demi-paires codées et ce qui dépasse U+10FFFF).
-inline void BornesDeuxiemeOctet(unsigned char tete, unsigned char& min, unsigned char& max) noexcept
-{
-    min = 0x80;
-    max = 0xBF;
-    if (tete == 0xE0) {
-        min = 0xA0;
-    } else if (tete == 0xED) {
-        max = 0x9F;
-    } else if (tete == 0xF0) {
-        min = 0x90;
-    } else if (tete == 0xF4) {
-        max = 0x8F;
-    }
-}
-
-inline std::size_t LongueurSelonTete(unsigned char tete) noexcept
-{
-    if (tete >= 0xC2 && tete <= 0xDF) {
-        return 2;
-    }
-    if (tete >= 0xE0 && tete <= 0xEF) {
-        return 3;
-    }
-    if (tete >= 0xF0 && tete <= 0xF4) {
-        return 4;
-    }
-    return 0;
-}
-
 // Décode une séquence non ASCII commençant à p ; avance p d'au moins un octet.
 inline char16_t* DecodeSequence(unsigned char const*& p, unsigned char const* fin,
                                 char16_t* d) noexcept

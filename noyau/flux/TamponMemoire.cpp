@@ -1,0 +1,278 @@
+#include "noyau/flux/TamponMemoire.h"
+
+#include "noyau/algorithmes/Entiers.h"
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+#include <locale>
+#include <new>
+#include <sstream>
+
+namespace sdd {
+
+namespace {
+
+constexpr std::uint64_t kCapaciteMax = std::numeric_limits<unsigned int>::max();
+
+} // namespace
+
+TamponMemoire::TamponMemoire(unsigned int capacite)
+    : _capacite(capacite), _donnees(new unsigned char[capacite]()) // bloc neuf à zéro
+{
+}
+
+TamponMemoire::TamponMemoire(TamponMemoire const& autre)
+    : Flux(), FluxEntree(), FluxEntreeMemoire(), FluxSortie(), _position(autre._position),
+      _taille(autre._taille), _capacite(autre._capacite), _donnees(new unsigned char[_capacite])
+{
+    std::copy_n(autre._donnees, _capacite, _donnees);
+}
+
+TamponMemoire::TamponMemoire(char* bloc, int taille, bool prendPossession)
+    : _taille(static_cast<unsigned int>(std::max(taille, 0))), _capacite(_taille),
+      _donnees(reinterpret_cast<unsigned char*>(bloc)), _emprunte(!prendPossession)
+{
+}
+
+TamponMemoire::TamponMemoire(unsigned char* bloc, unsigned int taille, unsigned int capacite)
+    : _taille(taille), _capacite(capacite), _donnees(bloc), _emprunte(true)
+{
+}
+
+TamponMemoire::~TamponMemoire()
+{
+    if (!_emprunte) {
+        delete[] _donnees;
+    }
+}
+
+// Lecture
+
+unsigned int TamponMemoire::Donne(unsigned int n, unsigned char* dest)
+{
+    if (_position >= _taille) {
+        return 0;
+    }
+    n = std::min(n, _taille - _position);
+    // Comme Donne() octet par octet : ce qui dépasse le bloc se lit comme des zéros.
+    unsigned int const dansLeBloc = _position < _capacite ? std::min(n, _capacite - _position) : 0;
+    std::memcpy(dest, _donnees + _position, dansLeBloc);
+    std::memset(dest + dansLeBloc, 0, n - dansLeBloc);
+    _position += n;
+    return n;
+}
+
+unsigned char const* TamponMemoire::PtrEtAvance(unsigned int n)
+{
+    // Aucun contrôle : les lecteurs rapides ont vérifié la taille eux-mêmes.
+    unsigned char const* const p = _donnees + _position;
+    _position += n;
+    return p;
+}
+
+TamponMemoire* TamponMemoire::TamponEnPretantDonnees()
+{
+    return new TamponMemoire(_donnees, _taille, _capacite);
+}
+
+void TamponMemoire::Vide()
+{
+    _position = 0;
+    _taille = 0;
+}
+
+char* TamponMemoire::DonneCString()
+{
+    _Assure(std::uint64_t(_position) + 1); // garde : le zéro tombe toujours dans le bloc
+    _donnees[_position] = 0;
+    return reinterpret_cast<char*>(_donnees);
+}
+
+char* TamponMemoire::CreeCString()
+{
+    char const* const texte = DonneCString();
+    char* const copie = new char[std::size_t(_position) + 1];
+    std::memcpy(copie, texte, std::size_t(_position) + 1);
+    return copie;
+}
+
+bool TamponMemoire::DonneLigne(char* dest, int max)
+{
+    if (EstALaFin() || max < 1) { // garde : sans place, pas même pour le zéro
+        return false;
+    }
+    int n = 0;
+    while (n < max - 1 && !EstALaFin()) {
+        unsigned char const c = Donne();
+        if (c == '\n') {
+            break;
+        }
+        if (c == '\r') {
+            // Le LF d'un CR LF est pris sans contrôle de fin, volontairement.
+            if (_OctetA(_position) == '\n') {
+                ++_position;
+            }
+            break;
+        }
+        dest[n++] = static_cast<char>(c);
+    }
+    dest[n] = 0;
+    return true;
+}
+
+bool TamponMemoire::DonneLigne(TamponMemoire& ligne)
+{
+    ligne.Vide();
+    if (EstALaFin()) {
+        return false;
+    }
+    while (!EstALaFin()) {
+        unsigned char const c = Donne();
+        if (c == '\n') {
+            break;
+        }
+        if (c == '\r') {
+            if (_OctetA(_position) == '\n') { // sans contrôle de fin, comme ci-dessus
+                ++_position;
+            }
+            break;
+        }
+        ligne.Mets(c);
+    }
+    return true;
+}
+
+// Écriture
+
+void TamponMemoire::_AgrandirPourUnOctet()
+{
+    // Garde : une capacité nulle doublée resterait nulle.
+    if (2 * std::uint64_t(_capacite) >= std::uint64_t(_position) + 2) {
+        Agrandir();
+    } else {
+        _Assure(std::uint64_t(_position) + 2);
+    }
+}
+
+void TamponMemoire::_AgrandirPourBloc(std::uint64_t fin)
+{
+    // Doublements depuis la capacité courante ; garde : depuis 1 quand elle est nulle.
+    std::uint64_t capacite = std::max(_capacite, 1u);
+    while (capacite <= fin) {
+        capacite *= 2;
+    }
+    if (fin >= kCapaciteMax) {
+        throw std::bad_alloc();
+    }
+    Agrandir(static_cast<unsigned int>(std::min(capacite, kCapaciteMax)));
+}
+
+TamponMemoire& TamponMemoire::operator<<(char const* texte)
+{
+    Mets(texte, static_cast<unsigned int>(std::strlen(texte)));
+    return *this;
+}
+
+template <typename Entier, typename Ecrivain>
+TamponMemoire& TamponMemoire::_EcrisEntier(Entier valeur, unsigned int place, Ecrivain ecrivain)
+{
+    _Assure(std::uint64_t(_position) + place);
+    _position += ecrivain(valeur, reinterpret_cast<char*>(_donnees + _position));
+    return *this;
+}
+
+TamponMemoire& TamponMemoire::operator<<(int valeur)
+{
+    return _EcrisEntier(valeur, 12, mon_itoa);
+}
+
+TamponMemoire& TamponMemoire::operator<<(unsigned int valeur)
+{
+    return _EcrisEntier(valeur, 11, mon_itoa_ent4ss);
+}
+
+TamponMemoire& TamponMemoire::operator<<(long long valeur)
+{
+    return _EcrisEntier(valeur, 22, mon_itoa_ent8);
+}
+
+TamponMemoire& TamponMemoire::operator<<(unsigned long long valeur)
+{
+    return _EcrisEntier(valeur, 21, mon_itoa_ent8ss);
+}
+
+TamponMemoire& TamponMemoire::operator<<(double valeur)
+{
+    std::ostringstream texte;
+    texte.imbue(std::locale::classic()); // le point décimal, quelle que soit la locale globale
+    texte << valeur;
+    return *this << texte.str().c_str();
+}
+
+TamponMemoire& TamponMemoire::operator<<(float valeur)
+{
+    return *this << static_cast<double>(valeur);
+}
+
+void TamponMemoire::Reserve(int capacite)
+{
+    if (capacite > 0) {
+        _Assure(static_cast<unsigned int>(capacite));
+    }
+}
+
+void TamponMemoire::_Assure(std::uint64_t n)
+{
+    if (_capacite < n) {
+        if (n > kCapaciteMax) {
+            throw std::bad_alloc();
+        }
+        Agrandir(static_cast<unsigned int>(n));
+    }
+}
+
+void TamponMemoire::Agrandir()
+{
+    Agrandir(2 * _capacite);
+}
+
+void TamponMemoire::Agrandir(unsigned int capacite)
+{
+    auto* const bloc = new unsigned char[capacite];
+    unsigned int const gardes = std::min(_capacite, capacite);
+    std::copy_n(_donnees, gardes, bloc);
+    // Volontaire : un bloc emprunté est libéré lui aussi et reste marqué emprunté ; la
+    // bibliothèque n'agrandit jamais un tampon qui emprunte.
+    delete[] _donnees;
+    _donnees = bloc;
+    _capacite = capacite;
+}
+
+void TamponMemoire::MetsPosition(unsigned int position)
+{
+    if (_capacite <= position) {
+        // Facteur 1,3 en double, tronqué ; garde : borné à la plus grande capacité possible.
+        double const capacite = position * 1.3;
+        Agrandir(capacite >= double(kCapaciteMax) ? static_cast<unsigned int>(kCapaciteMax)
+                                                  : static_cast<unsigned int>(capacite));
+    }
+    _position = position;
+}
+
+bool TamponMemoire::operator==(TamponMemoire const& autre) const
+{
+    if (_taille != autre._taille) {
+        return false;
+    }
+    // Une taille portée au-delà du bloc (MetsTaille) se lit comme des zéros, ainsi que Donne().
+    unsigned int const a = std::min(_taille, _capacite);
+    unsigned int const b = std::min(_taille, autre._capacite);
+    unsigned int const commun = std::min(a, b);
+    auto const nul = [](unsigned char o) { return o == 0; };
+    return std::memcmp(_donnees, autre._donnees, commun) == 0 &&
+           std::all_of(_donnees + commun, _donnees + a, nul) &&
+           std::all_of(autre._donnees + commun, autre._donnees + b, nul);
+}
+
+} // namespace sdd

@@ -1,0 +1,147 @@
+#pragma once
+
+#include "noyau/Export.h"
+#include "noyau/flux/Flux.h"
+
+#include <cstdint>
+#include <cstring>
+
+class UniChaine;
+
+namespace sdd {
+
+class Base64;
+class ChaineN;
+
+// Tampon d'octets qui s'agrandit, lisible et inscriptible par le même curseur. Le bloc est
+// écrit d'avant en arrière : une écriture au milieu coupe ce qui la suivait.
+//
+// Les lectures ne vérifient pas la fin (l'appelant demande EstALaFin()) ; seule garde : au-delà
+// du bloc alloué, Donne() rend 0 au lieu de lire hors de la mémoire.
+class NOYAU_EXPORT TamponMemoire : public FluxEntreeMemoire, public FluxSortie
+{
+public:
+    explicit TamponMemoire(unsigned int capacite);
+    // Copie tout le bloc (capacite octets) et la position.
+    TamponMemoire(TamponMemoire const& autre);
+    // Bloc de l'appelant, taille octets valides ; libéré à la destruction (delete[]) seulement
+    // quand prendPossession est vrai.
+    TamponMemoire(char* bloc, int taille, bool prendPossession);
+    TamponMemoire& operator=(TamponMemoire const&) = delete;
+    ~TamponMemoire() override;
+
+    // Flux
+    bool EstALaFin() const override { return _position >= _taille; }
+    unsigned int DonnePosition() const override { return _position; }
+
+    // Lecture
+    unsigned char Donne() override
+    {
+        unsigned int const p = _position++;
+        return p < _capacite ? _donnees[p] : 0;
+    }
+    unsigned int Donne(unsigned int n, unsigned char* dest) override;
+    void PositionneAuDebut() override { MetsPosition(0); }
+    void Positionne(unsigned int position) override { MetsPosition(position); }
+    void PositionneALaFin() override { MetsPosition(_taille); }
+    unsigned char const* PtrEtAvance(unsigned int n) override;
+    unsigned char const* Ptr() const override { return _donnees + _position; }
+    unsigned int DonneTaille() const override { return _taille; }
+    TamponMemoire* TamponEnPretantDonnees() override;
+
+    virtual void Vide();
+    // Pose un zéro à la position (sans la déplacer) et rend le bloc.
+    virtual char* DonneCString();
+    // Le même zéro, puis une copie neuve (delete[] par l'appelant) de position + 1 octets.
+    virtual char* CreeCString();
+    virtual unsigned char* DonneDonnees() const { return _donnees; }
+    // Ligne suivante (sans sa fin CR, LF ou CR LF) dans dest, au plus max - 1 octets suivis
+    // d'un zéro. Faux, sans rien toucher, à la fin du tampon.
+    virtual bool DonneLigne(char* dest, int max);
+    // La même chose sans limite de longueur ni zéro final ; ligne est vidé d'abord.
+    virtual bool DonneLigne(TamponMemoire& ligne);
+
+    // Écriture
+    void Mets(unsigned char octet) override
+    {
+        // Un octet de réserve reste toujours après les données.
+        if (std::uint64_t(_position) + 1 >= _capacite) {
+            _AgrandirPourUnOctet();
+        }
+        _donnees[_position++] = octet;
+        _taille = _position;
+    }
+    void Mets(unsigned char const* octets, unsigned int n) override
+    {
+        Mets(reinterpret_cast<char const*>(octets), n);
+    }
+    virtual void Mets(char const* octets, unsigned int n)
+    {
+        std::uint64_t const fin = std::uint64_t(_position) + n;
+        if (fin >= _capacite) {
+            _AgrandirPourBloc(fin);
+        }
+        if (n != 0) {
+            std::memcpy(_donnees + _position, octets, n);
+        }
+        _position = static_cast<unsigned int>(fin);
+        _taille = _position;
+    }
+
+    TamponMemoire& operator<<(char const* texte);
+    // Les entiers sont écrits suivis d'un zéro que la position ne passe pas ; volontairement,
+    // ces quatre formes ne changent pas la taille.
+    TamponMemoire& operator<<(int valeur);
+    TamponMemoire& operator<<(unsigned int valeur);
+    TamponMemoire& operator<<(long long valeur);
+    TamponMemoire& operator<<(unsigned long long valeur);
+    // Forme par défaut d'un flux standard (six chiffres significatifs).
+    TamponMemoire& operator<<(double valeur);
+    TamponMemoire& operator<<(float valeur);
+
+    unsigned int DonneCapacite() const noexcept { return _capacite; }
+    void MetsTaille(unsigned int taille) noexcept { _taille = taille; }
+    void Reserve(int capacite);
+    // Double la capacité.
+    void Agrandir();
+    void Agrandir(unsigned int capacite);
+    // Au-delà de la capacité, le bloc grandit d'un facteur 1,3 ; la taille ne change pas.
+    void MetsPosition(unsigned int position);
+
+    // Même taille et mêmes octets valides ; capacité et position ne comptent pas.
+    bool operator==(TamponMemoire const& autre) const;
+    bool operator!=(TamponMemoire const& autre) const { return !(*this == autre); }
+
+    // Chaînes comprimées : longueur comprimée et longueur UTF-8 en VarElias, puis le flux zlib
+    // du texte UTF-8. Les échecs de zlib et les données tronquées lancent l'entier -1.
+    static unsigned int CompresseUniChaine(FluxSortie& flux, UniChaine const& texte);
+    static unsigned int CompresseChaineN(FluxSortie& flux, ChaineN const& texte);
+    static UniChaine DecompresseUniChaine(FluxEntree& flux);
+    static ChaineN DecompresseChaineN(FluxEntree& flux);
+
+private:
+    friend class Base64; // écrit directement dans le bloc après l'avoir réservé
+
+    template <typename Chaine> static unsigned int CompresseChaine(FluxSortie& flux, Chaine const&);
+    template <typename Chaine> static Chaine DecompresseChaine(FluxEntree& flux);
+
+    // Tampon qui emprunte le bloc d'un autre.
+    TamponMemoire(unsigned char* bloc, unsigned int taille, unsigned int capacite);
+
+    void _AgrandirPourUnOctet();
+    // Capacité doublée jusqu'à dépasser fin.
+    void _AgrandirPourBloc(std::uint64_t fin);
+    // Capacité d'au moins n octets (n sur 64 bits : aucun calcul de fin ne déborde).
+    void _Assure(std::uint64_t n);
+    unsigned char _OctetA(unsigned int p) const noexcept { return p < _capacite ? _donnees[p] : 0; }
+    template <typename Entier, typename Ecrivain>
+    TamponMemoire& _EcrisEntier(Entier valeur, unsigned int place, Ecrivain ecrivain);
+
+    unsigned int _position = 0; // curseur de lecture et d'écriture
+    unsigned int _taille = 0;   // fin des données valides
+    unsigned int _capacite = 0; // taille du bloc
+    unsigned char* _donnees = nullptr;
+    bool _emprunte = false; // bloc à ne pas libérer
+};
+
+} // namespace sdd
