@@ -242,16 +242,21 @@ void TamponMemoire::Agrandir(unsigned int capacite)
     auto* const bloc = new unsigned char[capacite];
     unsigned int const gardes = std::min(_capacite, capacite);
     std::copy_n(_donnees, gardes, bloc);
-    // Volontaire : un bloc emprunté est libéré lui aussi et reste marqué emprunté ; la
-    // bibliothèque n'agrandit jamais un tampon qui emprunte.
-    delete[] _donnees;
+    // Un bloc emprunté reste à son propriétaire (projection de fichier, autre tampon) : le
+    // tampon passe à sa propre copie, qu'il libérera.
+    if (!_emprunte) {
+        delete[] _donnees;
+    }
     _donnees = bloc;
     _capacite = capacite;
+    _emprunte = false;
 }
 
 void TamponMemoire::MetsPosition(unsigned int position)
 {
-    if (_capacite <= position) {
+    // Un tampon qui emprunte ne se recopie pas pour un simple déplacement (au bout d'une
+    // projection, par exemple) : au-delà du bloc, la lecture rend 0.
+    if (_capacite <= position && !_emprunte) {
         // Facteur 1,3 en double, tronqué ; garde : borné à la plus grande capacité possible.
         double const capacite = position * 1.3;
         Agrandir(capacite >= double(kCapaciteMax) ? static_cast<unsigned int>(kCapaciteMax)

@@ -81,11 +81,13 @@ public:
         if (fin >= _capacite) {
             _AgrandirPourBloc(fin);
         }
+        // La copie sépare les deux écritures : réunies, GCC les fond en un vecteur lent à
+        // relire.
+        _taille = static_cast<unsigned int>(fin);
         if (n != 0) {
             std::memcpy(_donnees + _position, octets, n);
         }
         _position = static_cast<unsigned int>(fin);
-        _taille = _position;
     }
 
     TamponMemoire& operator<<(char const* texte);

@@ -56,8 +56,18 @@ TEST(TamponMemoire, ConstructionsEtEmprunt)
         EXPECT_EQ(emprunteur.DonneTaille(), 3u);
         EXPECT_EQ(emprunteur.DonneCapacite(), 3u);
         EXPECT_EQ(emprunteur.Donne(), 'x');
+        // Au bout du bloc emprunté : se placer ne recopie rien, lire rend 0.
+        emprunteur.PositionneALaFin();
+        emprunteur.Positionne(10);
+        EXPECT_EQ(emprunteur.DonneDonnees(), reinterpret_cast<unsigned char*>(bloc));
+        EXPECT_EQ(emprunteur.Donne(), 0);
+        // Écrire passe à une copie possédée ; le bloc emprunté reste intact et vivant.
+        emprunteur.Positionne(1);
+        emprunteur.Mets("AB", 2);
+        EXPECT_NE(emprunteur.DonneDonnees(), reinterpret_cast<unsigned char*>(bloc));
+        EXPECT_EQ(Octets(emprunteur), "xAB");
     }
-    EXPECT_EQ(bloc[0], 'x');
+    EXPECT_EQ(std::string(bloc, 3), "xyz");
     // Bloc possédé : libéré par le tampon (ASan verrait une fuite sinon).
     TamponMemoire proprietaire(new char[4]{'1', '2', '3', '4'}, 4, true);
     EXPECT_EQ(Octets(proprietaire), "1234");
