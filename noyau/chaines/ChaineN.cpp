@@ -146,13 +146,8 @@ ChaineN::ChaineN(Codage codage, char const* format, ...)
 {
     va_list arguments;
     va_start(arguments, format);
-    try {
-        *this = vFormat(ChaineN(format, codage), arguments);
-    } catch (...) {
-        va_end(arguments);
-        throw;
-    }
-    va_end(arguments);
+    sdd::detail::FinArguments fin{arguments};
+    *this = vFormat(ChaineN(format, codage), arguments);
 }
 
 void ChaineN::_LibereBloc() noexcept
@@ -1258,15 +1253,8 @@ ChaineN ChaineN::Format(ChaineN format, ...)
 {
     va_list arguments;
     va_start(arguments, format);
-    ChaineN resultat;
-    try {
-        resultat = vFormat(format, arguments);
-    } catch (...) {
-        va_end(arguments);
-        throw;
-    }
-    va_end(arguments);
-    return resultat;
+    sdd::detail::FinArguments fin{arguments};
+    return vFormat(format, arguments);
 }
 
 ChaineN ChaineN::vFormat(ChaineN const& format, va_list arguments)

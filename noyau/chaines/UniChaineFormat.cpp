@@ -27,13 +27,8 @@ UniChaine::UniChaine(Codage codage, char const* format, ...) : UniChaine()
 {
     va_list arguments;
     va_start(arguments, format);
-    try {
-        vsprintf(codage, format, arguments);
-    } catch (...) {
-        va_end(arguments);
-        throw;
-    }
-    va_end(arguments);
+    sdd::detail::FinArguments fin{arguments};
+    vsprintf(codage, format, arguments);
 }
 
 UniChaine& UniChaine::vsprintf(char const* format, va_list arguments)
@@ -55,13 +50,8 @@ UniChaine& UniChaine::sprintf(char const* format, ...)
 {
     va_list arguments;
     va_start(arguments, format);
-    try {
-        vsprintf(format, arguments);
-    } catch (...) {
-        va_end(arguments);
-        throw;
-    }
-    va_end(arguments);
+    sdd::detail::FinArguments fin{arguments};
+    vsprintf(format, arguments);
     return *this;
 }
 
@@ -69,13 +59,8 @@ UniChaine& UniChaine::sprintf(Codage codage, char const* format, ...)
 {
     va_list arguments;
     va_start(arguments, format);
-    try {
-        vsprintf(codage, format, arguments);
-    } catch (...) {
-        va_end(arguments);
-        throw;
-    }
-    va_end(arguments);
+    sdd::detail::FinArguments fin{arguments};
+    vsprintf(codage, format, arguments);
     return *this;
 }
 
@@ -88,13 +73,6 @@ UniChaine UniChaine::Format(UniChaine format, ...)
 {
     va_list arguments;
     va_start(arguments, format);
-    UniChaine resultat;
-    try {
-        resultat = vFormat(format, arguments);
-    } catch (...) {
-        va_end(arguments);
-        throw;
-    }
-    va_end(arguments);
-    return resultat;
+    sdd::detail::FinArguments fin{arguments};
+    return vFormat(format, arguments);
 }

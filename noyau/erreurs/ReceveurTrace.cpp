@@ -10,6 +10,15 @@ namespace {
 std::atomic<ReceveurTrace*> gReceveurPrincipal{nullptr};
 thread_local ReceveurTrace* gReceveurDuFil = nullptr;
 
+// Mise en forme bornée des deux variantes à la printf, lue dans le codage donné.
+void RecoisFormate(ReceveurTrace& receveur, sdd::ChaineN::Codage codage, char const* format,
+                   va_list arguments)
+{
+    char tampon[sdd::detail::kTailleTamponFormat];
+    sdd::detail::FormateBorne(tampon, format, arguments);
+    receveur.RecoisTrace(codage, tampon);
+}
+
 } // namespace
 
 ReceveurTrace::~ReceveurTrace() = default;
@@ -31,22 +40,18 @@ void ReceveurTrace::RecoisTraceFmtN(sdd::ChaineN format, ...)
 
 void ReceveurTrace::RecoisTraceFmtMac(char const* format, ...)
 {
-    char tampon[sdd::detail::kTailleTamponFormat];
     va_list arguments;
     va_start(arguments, format);
-    sdd::detail::FormateBorne(tampon, format, arguments);
-    va_end(arguments);
-    RecoisTrace(sdd::ChaineN::kMacRoman, tampon);
+    sdd::detail::FinArguments fin{arguments};
+    RecoisFormate(*this, sdd::ChaineN::kMacRoman, format, arguments);
 }
 
 void ReceveurTrace::RecoisTraceFmt(char const* format, ...)
 {
-    char tampon[sdd::detail::kTailleTamponFormat];
     va_list arguments;
     va_start(arguments, format);
-    sdd::detail::FormateBorne(tampon, format, arguments);
-    va_end(arguments);
-    RecoisTrace(sdd::ChaineN::kUTF8, tampon);
+    sdd::detail::FinArguments fin{arguments};
+    RecoisFormate(*this, sdd::ChaineN::kUTF8, format, arguments);
 }
 
 bool ReceveurTrace::VeutRecevoirTrace(short canal)

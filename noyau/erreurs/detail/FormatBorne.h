@@ -1,5 +1,7 @@
 #pragma once
 
+#include "noyau/chaines/detail/Formatage.h"
+
 #include <cstdarg>
 #include <cstddef>
 #include <cstdio>
@@ -17,12 +19,5 @@ inline void FormateBorne(char (&tampon)[kTailleTamponFormat], char const* format
         tampon[0] = '\0';
     }
 }
-
-// Appelle va_end à la sortie de la fonction, exception comprise.
-struct FinArguments
-{
-    va_list& arguments;
-    ~FinArguments() { va_end(arguments); }
-};
 
 } // namespace sdd::detail
