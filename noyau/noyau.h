@@ -6,6 +6,7 @@
 
 #include "noyau/algorithmes/Entiers.h"
 #include "noyau/algorithmes/ExpressionReguliere.h"
+#include "noyau/algorithmes/FonctionsComparaison.h"
 #include "noyau/chaines/Caractere.h"
 #include "noyau/chaines/ChaineN.h"
 #include "noyau/chaines/ConvertisseurChaineN.h"
@@ -37,6 +38,9 @@
 #include "noyau/flux/TamponMemoire.h"
 #include "noyau/flux/VarElias.h"
 #include "noyau/langues/Langue.h"
+#include "noyau/lexique/SerialiseurTableTriee.h"
+#include "noyau/lexique/TableTriee.h"
+#include "noyau/lexique/TableTrieeNoyau.h"
 #include "noyau/plateforme/JournalAbs.h"
 #include "noyau/plateforme/RoutinesGeneralesQt.h"
 #include "noyau/plateforme/Temps.h"
