@@ -231,6 +231,9 @@ Noeud* TableTrieeNoyau::_TrouveEmplacement(ProxyClefNoyau const& clef, Noeud** p
     // L'égalité d'abord, puis l'ordre, à chaque niveau.
     Noeud* noeud = _racine;
     while (noeud != nullptr) {
+        // Les deux enfants sont demandés à la mémoire pendant les comparaisons.
+        __builtin_prefetch(noeud->_gauche);
+        __builtin_prefetch(noeud->_droite);
         if (ClefEgale(clef, noeud)) {
             return noeud;
         }
