@@ -1,0 +1,104 @@
+#include "noyau/compression/EncodageParBlocCompresse.h"
+
+#include "noyau/erreurs/Exceptions.h"
+#include "noyau/flux/Flux.h"
+#include "noyau/flux/VarElias.h"
+
+#include <zlib.h>
+
+namespace sdd {
+
+namespace {
+
+[[noreturn]] void LanceTypeInconnu()
+{
+    throw exceptions::ErreurDeserialisation(UniChaine("Type de compression inconnu"));
+}
+
+} // namespace
+
+EncodageParBlocCompresse::EncodageParBlocCompresse(FluxSortie* sortie, unsigned int tailleBloc,
+                                                   eTypeCompression type)
+    : _sortie(sortie), _tailleBloc(tailleBloc),
+      // Un bloc qui ne se comprime pas garde toute sa forme comprimée : zlib a la place de
+      // l'écrire en entier.
+      _tailleTravail(compressBound(tailleBloc)), _type(type)
+{
+    _travail.reset(new unsigned char[_tailleTravail]);
+    VarElias::Ecris(*_sortie, _tailleBloc);
+    _sortie->Mets(static_cast<unsigned char>(_type));
+}
+
+EncodageParBlocCompresse::~EncodageParBlocCompresse() = default;
+
+_typPositionEncodageBloc EncodageParBlocCompresse::_PlacePour(std::uint64_t n)
+{
+    // Garde : la longueur d'un bloc non comprimé doit tenir dans un VarElias.
+    if (n > VarElias::kValeurMax) {
+        exceptions::LanceIndexHorsBorne(static_cast<unsigned long>(n), 0, VarElias::kValeurMax);
+    }
+    // Volontaire : un bloc vide est écrit quand l'élément dépasse à lui seul la taille.
+    if (_tailleBloc < n + _blocCourant.DonneTaille()) {
+        _VideBlocCourant();
+    }
+    return {_sortie->DonnePosition(), _blocCourant.DonneTaille()};
+}
+
+_typPositionEncodageBloc EncodageParBlocCompresse::EncodeOctets(char const* octets,
+                                                                unsigned long n)
+{
+    _typPositionEncodageBloc const position = _PlacePour(n);
+    _blocCourant.Mets(octets, static_cast<unsigned int>(n));
+    return position;
+}
+
+_typPositionEncodageBloc EncodageParBlocCompresse::EncodeChaine(ChaineN chaine,
+                                                                ChaineN::Codage codage)
+{
+    _chaine.Vide();
+    chaine.Ecris(_chaine, codage);
+    unsigned int const zero = (codage == ChaineN::kUTF16LE || codage == ChaineN::kUTF16BE) ? 2 : 1;
+    std::uint32_t const longueur = _chaine.DonneTaille() - zero;
+    // Volontaire : la place comptée est celle d'une longueur VarElias, pas celle du zéro
+    // réellement écrit ; c'est elle qui décide où les blocs sont coupés.
+    _typPositionEncodageBloc const position =
+        _PlacePour(std::uint64_t(longueur) + VarElias::Longueur(longueur));
+    _blocCourant.Mets(_chaine.DonneDonnees(), _chaine.DonneTaille());
+    return position;
+}
+
+void EncodageParBlocCompresse::TermineEncodage()
+{
+    _VideBlocCourant();
+}
+
+void EncodageParBlocCompresse::_VideBlocCourant()
+{
+    unsigned char const* stockes = _blocCourant.DonneDonnees();
+    uLongf longueur = _blocCourant.DonneTaille();
+    switch (_type) {
+    case kSansCompression:
+        break;
+    case kCompressionZlib: {
+        // Un bloc plus grand que prévu (élément hors taille) agrandit le tampon de travail.
+        uLong const borne = compressBound(longueur);
+        if (borne > _tailleTravail) {
+            _travail.reset(new unsigned char[borne]);
+            _tailleTravail = borne;
+        }
+        longueur = _tailleTravail;
+        if (compress(_travail.get(), &longueur, stockes, _blocCourant.DonneTaille()) != Z_OK) {
+            throw exceptions::ErreurDeserialisation(UniChaine("Échec de la compression d’un bloc"));
+        }
+        stockes = _travail.get();
+        break;
+    }
+    default:
+        LanceTypeInconnu();
+    }
+    VarElias::Ecris(*_sortie, static_cast<std::uint32_t>(longueur));
+    _sortie->Mets(stockes, static_cast<unsigned int>(longueur));
+    _blocCourant.Vide();
+}
+
+} // namespace sdd
