@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 
 namespace sdd {
 
@@ -27,10 +28,37 @@ constexpr std::uint64_t kExpansionMaxZlib = 1032;
     throw exceptions::ErreurDeserialisation(UniChaine(explication));
 }
 
+void LibereInflate(z_stream_s* flux)
+{
+    if (flux != nullptr) {
+        inflateEnd(flux);
+        delete flux;
+    }
+}
+
+// Ce que ferait uncompress, sur un flux déjà prêt : Z_OK, Z_BUF_ERROR quand la place manque,
+// une autre erreur quand les données sont abîmées ou incomplètes.
+int Decomprime(z_stream& flux, unsigned char* dest, uLongf* longueur, unsigned char const* source,
+               uLong n)
+{
+    inflateReset(&flux);
+    flux.next_in = const_cast<unsigned char*>(source);
+    flux.avail_in = static_cast<uInt>(n);
+    flux.next_out = dest;
+    flux.avail_out = static_cast<uInt>(*longueur);
+    int const code = inflate(&flux, Z_FINISH);
+    *longueur = flux.total_out;
+    if (code == Z_STREAM_END) {
+        return Z_OK;
+    }
+    return code == Z_BUF_ERROR && flux.avail_out == 0 ? Z_BUF_ERROR : Z_DATA_ERROR;
+}
+
 } // namespace
 
 DecodageParBlocCompresse::DecodageParBlocCompresse(FluxEntree* entree, unsigned long debut)
-    : _entree(entree), _entreeMemoire(dynamic_cast<FluxEntreeMemoire*>(entree)), _debut(debut)
+    : _entree(entree), _entreeMemoire(dynamic_cast<FluxEntreeMemoire*>(entree)), _debut(debut),
+      _inflate(nullptr, LibereInflate)
 {
     if (_entreeMemoire != nullptr && debut > _entreeMemoire->DonneTaille()) {
         LanceZoneAbimee("Début de la zone au-delà des données");
@@ -118,13 +146,20 @@ void DecodageParBlocCompresse::_Decomprime()
         _blocDecode.Reserve(static_cast<int>(n));
         std::memcpy(_blocDecode.DonneDonnees(), _blocLu.DonneDonnees(), n);
     } else {
+        if (_inflate == nullptr) {
+            auto flux = std::make_unique<z_stream>();
+            if (inflateInit(flux.get()) != Z_OK) {
+                throw std::bad_alloc();
+            }
+            _inflate.reset(flux.release());
+        }
         // Un bloc plus grand que la taille annoncée (élément hors taille) fait grandir le
         // tampon, dans la limite de ce que n octets comprimés peuvent donner.
         std::uint64_t const plafond = std::min<std::uint64_t>(
             kExpansionMaxZlib * n + 64, std::uint64_t(VarElias::kValeurMax));
         for (;;) {
             decode = _blocDecode.DonneCapacite();
-            int const code = uncompress(_blocDecode.DonneDonnees(), &decode,
+            int const code = Decomprime(*_inflate, _blocDecode.DonneDonnees(), &decode,
                                         _blocLu.DonneDonnees(), n);
             if (code == Z_OK) {
                 break;

@@ -5,6 +5,10 @@
 #include "noyau/compression/BlocCompresse.h"
 #include "noyau/flux/TamponMemoire.h"
 
+#include <memory>
+
+struct z_stream_s;
+
 namespace sdd {
 
 class FluxEntree;
@@ -44,6 +48,8 @@ private:
     unsigned int _positionCourante = 0; // 0 : aucun bloc en cache (l'en-tête occupe 0)
     TamponMemoire _blocDecode{256};
     eTypeCompression _type = kSansCompression;
+    // Flux inflate gardé d'un bloc à l'autre : chaque bloc ne coûte qu'une remise à zéro.
+    std::unique_ptr<z_stream_s, void (*)(z_stream_s*)> _inflate;
 };
 
 } // namespace sdd

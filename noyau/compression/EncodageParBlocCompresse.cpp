@@ -6,6 +6,8 @@
 
 #include <zlib.h>
 
+#include <new>
+
 namespace sdd {
 
 namespace {
@@ -15,6 +17,28 @@ namespace {
     throw exceptions::ErreurDeserialisation(UniChaine("Type de compression inconnu"));
 }
 
+void LibereDeflate(z_stream_s* flux)
+{
+    if (flux != nullptr) {
+        deflateEnd(flux);
+        delete flux;
+    }
+}
+
+// compress (niveau par défaut, format zlib) sur un flux déjà prêt.
+int Comprime(z_stream& flux, unsigned char* dest, uLongf* longueur, unsigned char const* source,
+             uLong n)
+{
+    deflateReset(&flux);
+    flux.next_in = const_cast<unsigned char*>(source);
+    flux.avail_in = static_cast<uInt>(n);
+    flux.next_out = dest;
+    flux.avail_out = static_cast<uInt>(*longueur);
+    int const code = deflate(&flux, Z_FINISH);
+    *longueur = flux.total_out;
+    return code == Z_STREAM_END ? Z_OK : Z_BUF_ERROR;
+}
+
 } // namespace
 
 EncodageParBlocCompresse::EncodageParBlocCompresse(FluxSortie* sortie, unsigned int tailleBloc,
@@ -22,7 +46,7 @@ EncodageParBlocCompresse::EncodageParBlocCompresse(FluxSortie* sortie, unsigned 
     : _sortie(sortie), _tailleBloc(tailleBloc),
       // Un bloc qui ne se comprime pas garde toute sa forme comprimée : zlib a la place de
       // l'écrire en entier.
-      _tailleTravail(compressBound(tailleBloc)), _type(type)
+      _tailleTravail(compressBound(tailleBloc)), _type(type), _deflate(nullptr, LibereDeflate)
 {
     _travail.reset(new unsigned char[_tailleTravail]);
     VarElias::Ecris(*_sortie, _tailleBloc);
@@ -86,8 +110,16 @@ void EncodageParBlocCompresse::_VideBlocCourant()
             _travail.reset(new unsigned char[borne]);
             _tailleTravail = borne;
         }
+        if (_deflate == nullptr) {
+            auto flux = std::make_unique<z_stream>();
+            if (deflateInit(flux.get(), Z_DEFAULT_COMPRESSION) != Z_OK) {
+                throw std::bad_alloc();
+            }
+            _deflate.reset(flux.release());
+        }
         longueur = _tailleTravail;
-        if (compress(_travail.get(), &longueur, stockes, _blocCourant.DonneTaille()) != Z_OK) {
+        if (Comprime(*_deflate, _travail.get(), &longueur, stockes, _blocCourant.DonneTaille()) !=
+            Z_OK) {
             throw exceptions::ErreurDeserialisation(UniChaine("Échec de la compression d’un bloc"));
         }
         stockes = _travail.get();

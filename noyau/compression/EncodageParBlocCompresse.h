@@ -7,6 +7,8 @@
 
 #include <memory>
 
+struct z_stream_s;
+
 namespace sdd {
 
 class FluxSortie;
@@ -43,6 +45,9 @@ private:
     std::unique_ptr<unsigned char[]> _travail; // compressBound(taille de bloc) octets
     unsigned long _tailleTravail;
     eTypeCompression _type;
+    // Flux deflate gardé d'un bloc à l'autre : la sortie est celle de compress, sans
+    // l'allocation de ses tables à chaque bloc.
+    std::unique_ptr<z_stream_s, void (*)(z_stream_s*)> _deflate;
 };
 
 } // namespace sdd

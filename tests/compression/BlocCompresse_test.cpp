@@ -64,7 +64,8 @@ std::vector<std::string> MotsFrancais(std::size_t n)
     return mots;
 }
 
-// Les blocs d'une zone, décomprimés par zlib elle-même et mis bout à bout.
+// Les blocs d'une zone, décomprimés par zlib elle-même et mis bout à bout ; chacun doit être
+// octet pour octet ce que compress donne de son contenu.
 std::string BlocsSelonZlib(std::string const& zone)
 {
     TamponMemoire t(const_cast<char*>(zone.data()), int(zone.size()), false);
@@ -77,6 +78,11 @@ std::string BlocsSelonZlib(std::string const& zone)
         uLongf longueur = decode.size();
         EXPECT_EQ(uncompress(decode.data(), &longueur, t.Ptr(), n), Z_OK);
         tout.append(reinterpret_cast<char const*>(decode.data()), longueur);
+        std::vector<unsigned char> recomprime(compressBound(longueur));
+        uLongf longueurComprimee = recomprime.size();
+        EXPECT_EQ(compress(recomprime.data(), &longueurComprimee, decode.data(), longueur), Z_OK);
+        EXPECT_EQ(std::string(reinterpret_cast<char const*>(t.Ptr()), n),
+                  std::string(reinterpret_cast<char const*>(recomprime.data()), longueurComprimee));
         t.PtrEtAvance(n);
     }
     return tout;
@@ -168,8 +174,8 @@ TEST(BlocCompresse, TypeInconnuEtCache)
 
 TEST(BlocCompresse, AllerRetourDesMotsDansChaqueCodage)
 {
-    std::vector<std::string> const mots = MotsFrancais(3000);
-    ASSERT_EQ(mots.size(), 3000u);
+    std::vector<std::string> const mots = MotsFrancais(1500);
+    ASSERT_EQ(mots.size(), 1500u);
     ChaineN::Codage const codages[] = {ChaineN::kMacRoman, ChaineN::kLatin9,  ChaineN::kWinLatin1,
                                        ChaineN::kDOS,      ChaineN::kUTF8,    ChaineN::kUTF16LE,
                                        ChaineN::kUTF16BE};
@@ -197,7 +203,7 @@ TEST(BlocCompresse, AllerRetourDesMotsDansChaqueCodage)
 
                 DecodageParBlocCompresse decodeur(&fichier, 3);
                 std::mt19937 hasard(taille + codage);
-                for (int i = 0; i < 2000; ++i) {
+                for (int i = 0; i < 1000; ++i) {
                     std::size_t const k = hasard() % mots.size();
                     ChaineN lue;
                     decodeur.DecodeChaine(positions[k], lue, codage);
