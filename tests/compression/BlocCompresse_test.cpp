@@ -224,7 +224,7 @@ TEST(BlocCompresse, OctetsAuHasardSansPerte)
     std::vector<std::string> elements;
     std::vector<_typPositionEncodageBloc> positions;
     std::string toutes;
-    for (int i = 0; i < 2000; ++i) {
+    for (int i = 0; i < 1000; ++i) {
         std::string element(1 + hasard() % 60, '\0');
         for (char& c : element) {
             c = static_cast<char>(hasard());
