@@ -12,7 +12,7 @@ FichierAvecTampon::FichierAvecTampon() = default;
 FichierAvecTampon::FichierAvecTampon(UniChemin const& chemin, int mode, UniChaine::Codage codage,
                                      bool sansBOM)
 {
-    // Ouvre appelé ici, et non par Fichier : sa version virtuelle n'y serait pas encore.
+    // Ouvre appelé ici, et non par Fichier : Init n'y serait pas encore celle de cette classe.
     Ouvre(chemin, mode, codage, sansBOM);
 }
 
@@ -25,11 +25,10 @@ FichierAvecTampon::~FichierAvecTampon()
     }
 }
 
-void FichierAvecTampon::Ouvre(UniChemin const& chemin, int mode, UniChaine::Codage codage,
-                              bool sansBOM)
+void FichierAvecTampon::Init(bool sansBOM, bool appliqueBOM)
 {
     _Libere();
-    Fichier::Ouvre(chemin, mode, codage, sansBOM);
+    Fichier::Init(sansBOM, appliqueBOM);
 }
 
 void FichierAvecTampon::Ferme()

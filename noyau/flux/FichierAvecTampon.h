@@ -34,9 +34,8 @@ public:
     void Positionne(unsigned int position) override;
     void PositionneALaFin() override;
 
-    void Ouvre(UniChemin const& chemin, int mode, UniChaine::Codage codage,
-               bool sansBOM = false) override;
-    using Fichier::Ouvre;
+    // Toute ouverture passe par ici : le tampon du fichier précédent est vidé d'abord.
+    void Init(bool sansBOM, bool appliqueBOM) override;
     void Ferme() override;
     bool EstEnBonEtat() const override;
     void RetireDonne() override;
