@@ -126,6 +126,11 @@ void DecodageParBlocCompresse::_LisBloc(unsigned int positionBloc)
     }
     _entree->Positionne(static_cast<unsigned int>(ou));
     std::uint32_t const n = VarElias::Lis(*_entree);
+    // Une projection refuse de lire au-delà de sa fin par IndexHorsBorne : on le dit avant.
+    if (_entreeMemoire != nullptr &&
+        n > std::uint64_t(_entreeMemoire->DonneTaille()) - _entreeMemoire->DonnePosition()) {
+        LanceZoneAbimee("Bloc tronqué");
+    }
     _blocLu.Vide();
     while (_blocLu.DonneTaille() < n) {
         unsigned int const deja = _blocLu.DonneTaille();

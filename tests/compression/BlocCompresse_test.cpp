@@ -1,9 +1,12 @@
 #include "noyau/compression/DecodageParBlocCompresse.h"
 #include "noyau/compression/EncodageParBlocCompresse.h"
 #include "noyau/erreurs/Exceptions.h"
+#include "noyau/flux/FichierMMap.h"
 #include "noyau/flux/TamponMemoire.h"
 #include "noyau/flux/VarElias.h"
 
+#include <QFile>
+#include <QTemporaryDir>
 #include <gtest/gtest.h>
 #include <zlib.h>
 
@@ -284,6 +287,17 @@ TEST(BlocCompresse, ZonesAbimees)
     EXPECT_THROW(essaie(bonne, p, 9), ErreurDeserialisation);                  // compte trop grand
     EXPECT_THROW(essaie(bonne, {5000, 0}), ErreurDeserialisation);             // bloc hors zone
     EXPECT_THROW(essaie(bonne.substr(0, bonne.size() - 3), p), ErreurDeserialisation);
+
+    // Sur une projection, un bloc tronqué est la même erreur (et non IndexHorsBorne).
+    QTemporaryDir dossier;
+    QFile fichier(dossier.filePath("zone"));
+    ASSERT_TRUE(fichier.open(QIODevice::WriteOnly));
+    fichier.write(bonne.data(), qint64(bonne.size() - 3));
+    fichier.close();
+    sdd::FichierMMap projection{UniChemin(fichier.fileName())};
+    DecodageParBlocCompresse surProjection(&projection, 0);
+    ChaineN lue;
+    EXPECT_THROW(surProjection.DecodeChaine(p, lue, ChaineN::kUTF8), ErreurDeserialisation);
 
     // Toute altération d'un octet, toute coupure : une erreur propre ou une lecture, jamais
     // plus (ASan veille).
