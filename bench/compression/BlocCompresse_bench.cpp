@@ -24,8 +24,8 @@ struct Zone
     {
         sdd::EncodageParBlocCompresse encodeur(&octets, tailleBloc, sdd::kCompressionZlib);
         for (std::string const& mot : DonneListeMotsFrancaisUTF8()) {
-            positions.push_back(encodeur.EncodeChaine(ChaineN(mot.c_str(), ChaineN::kUTF8),
-                                                      ChaineN::kUTF8));
+            positions.push_back(
+                encodeur.EncodeChaine(ChaineN(mot.c_str(), ChaineN::kUTF8), ChaineN::kUTF8));
         }
         encodeur.TermineEncodage();
     }
@@ -83,10 +83,12 @@ void Recherches_Zlib(benchmark::State& etat, unsigned int tailleBloc)
         auto const& position = zone.positions[tirages[i++ % tirages.size()]];
         std::uint32_t n = 0;
         unsigned char const* const donnees =
-            debut + position.positionBloc + sdd::VarElias::Lis(debut + position.positionBloc, fin, &n);
+            debut + position.positionBloc +
+            sdd::VarElias::Lis(debut + position.positionBloc, fin, &n);
         uLongf longueur = bloc.size();
         uncompress(bloc.data(), &longueur, donnees, n);
-        mot = ChaineN(reinterpret_cast<char const*>(bloc.data()) + position.decalage, ChaineN::kUTF8);
+        mot =
+            ChaineN(reinterpret_cast<char const*>(bloc.data()) + position.decalage, ChaineN::kUTF8);
         benchmark::DoNotOptimize(mot);
     }
     etat.SetItemsProcessed(etat.iterations());

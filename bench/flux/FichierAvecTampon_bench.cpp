@@ -151,7 +151,7 @@ void LectureBlocs_Stdio(benchmark::State& etat)
 } // namespace
 
 // 100 Mio par tour : le temps minimal par défaut n'en fait que quelques-uns.
-#define NOYAU_FICHIER_BENCH(fonction, nom)                                                        \
+#define NOYAU_FICHIER_BENCH(fonction, nom)                                                         \
     BENCHMARK(fonction)->Name(nom)->Unit(benchmark::kMillisecond)
 
 NOYAU_FICHIER_BENCH(EcritureLignes_Noyau, "FichierEcritureLignes/Noyau");

@@ -51,7 +51,6 @@ std::string const& DonneFichierMots()
 
 std::string const& DonneCheminEcriture()
 {
-    static std::string const chemin =
-        Dossier().filePath(QStringLiteral("ecrit.txt")).toStdString();
+    static std::string const chemin = Dossier().filePath(QStringLiteral("ecrit.txt")).toStdString();
     return chemin;
 }

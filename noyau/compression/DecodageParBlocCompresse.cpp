@@ -119,8 +119,8 @@ void DecodageParBlocCompresse::_LisBloc(unsigned int positionBloc)
 {
     std::uint64_t const ou = std::uint64_t(positionBloc) + _debut;
     // Garde : se placer hors d'un tampon l'agrandirait ; on s'arrête avant.
-    std::uint64_t const limite = _entreeMemoire != nullptr ? _entreeMemoire->DonneTaille()
-                                                           : std::uint64_t(0xFFFFFFFFu);
+    std::uint64_t const limite =
+        _entreeMemoire != nullptr ? _entreeMemoire->DonneTaille() : std::uint64_t(0xFFFFFFFFu);
     if (ou >= limite) {
         LanceZoneAbimee("Bloc au-delà des données");
     }
@@ -160,8 +160,8 @@ void DecodageParBlocCompresse::_Decomprime()
         }
         // Un bloc plus grand que la taille annoncée (élément hors taille) fait grandir le
         // tampon, dans la limite de ce que n octets comprimés peuvent donner.
-        std::uint64_t const plafond = std::min<std::uint64_t>(
-            kExpansionMaxZlib * n + 64, std::uint64_t(VarElias::kValeurMax));
+        std::uint64_t const plafond = std::min<std::uint64_t>(kExpansionMaxZlib * n + 64,
+                                                              std::uint64_t(VarElias::kValeurMax));
         for (;;) {
             decode = _blocDecode.DonneCapacite();
             int const code = Decomprime(*_inflate, _blocDecode.DonneDonnees(), &decode,

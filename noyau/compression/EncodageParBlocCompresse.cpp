@@ -68,8 +68,7 @@ _typPositionEncodageBloc EncodageParBlocCompresse::_PlacePour(std::uint64_t n)
     return {_sortie->DonnePosition(), _blocCourant.DonneTaille()};
 }
 
-_typPositionEncodageBloc EncodageParBlocCompresse::EncodeOctets(char const* octets,
-                                                                unsigned long n)
+_typPositionEncodageBloc EncodageParBlocCompresse::EncodeOctets(char const* octets, unsigned long n)
 {
     _typPositionEncodageBloc const position = _PlacePour(n);
     _blocCourant.Mets(octets, static_cast<unsigned int>(n));

@@ -41,7 +41,7 @@ private:
     FluxSortie* _sortie;
     unsigned int _tailleBloc;
     TamponMemoire _blocCourant{256};
-    TamponMemoire _chaine{256}; // forme codée de la dernière chaîne
+    TamponMemoire _chaine{256};                // forme codée de la dernière chaîne
     std::unique_ptr<unsigned char[]> _travail; // compressBound(taille de bloc) octets
     unsigned long _tailleTravail;
     eTypeCompression _type;

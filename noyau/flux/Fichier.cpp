@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <cstring>
 #include <fstream>
-#include <limits>
 #include <stdexcept>
 
 namespace sdd {

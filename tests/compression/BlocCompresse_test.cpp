@@ -15,11 +15,11 @@
 #include <string>
 #include <vector>
 
+using sdd::_typPositionEncodageBloc;
 using sdd::ChaineN;
 using sdd::DecodageParBlocCompresse;
 using sdd::EncodageParBlocCompresse;
 using sdd::TamponMemoire;
-using sdd::_typPositionEncodageBloc;
 using sdd::exceptions::ErreurDeserialisation;
 
 namespace {
@@ -101,7 +101,11 @@ TEST(BlocCompresse, DispositionAuxOctets)
     _typPositionEncodageBloc const a = encodeur.EncodeOctets("abcde", 5);
     _typPositionEncodageBloc const b = encodeur.EncodeOctets("fghi", 4);
     encodeur.TermineEncodage();
-    EXPECT_EQ(Octets(sortie), std::string("\x88\x00\x85" "abcde" "\x84" "fghi", 13));
+    EXPECT_EQ(Octets(sortie), std::string("\x88\x00\x85"
+                                          "abcde"
+                                          "\x84"
+                                          "fghi",
+                                          13));
     EXPECT_EQ(a.positionBloc, 2u);
     EXPECT_EQ(a.decalage, 0u);
     EXPECT_EQ(b.positionBloc, 8u);
@@ -119,12 +123,16 @@ TEST(BlocCompresse, DispositionAuxOctets)
     // Chaînes : la place comptée est celle d'une longueur VarElias (1 octet ici).
     TamponMemoire chaines(16);
     EncodageParBlocCompresse encodeurChaines(&chaines, 8, sdd::kSansCompression);
-    encodeurChaines.EncodeChaine(ChaineN(u"abc"), ChaineN::kUTF8);                   // 4 octets
-    _typPositionEncodageBloc const ab = encodeurChaines.EncodeChaine(ChaineN(u"ab"), ChaineN::kUTF8);
+    encodeurChaines.EncodeChaine(ChaineN(u"abc"), ChaineN::kUTF8); // 4 octets
+    _typPositionEncodageBloc const ab =
+        encodeurChaines.EncodeChaine(ChaineN(u"ab"), ChaineN::kUTF8);
     _typPositionEncodageBloc const x = encodeurChaines.EncodeChaine(ChaineN(u"é"), ChaineN::kUTF8);
     encodeurChaines.TermineEncodage();
     // 4 + 2 + 1 <= 8 : même bloc ; puis 7 + 2 + 1 > 8 : bloc suivant.
-    EXPECT_EQ(Octets(chaines), std::string("\x88\x00\x87" "abc\0ab\0" "\x83\xC3\xA9\0", 14));
+    EXPECT_EQ(Octets(chaines), std::string("\x88\x00\x87"
+                                           "abc\0ab\0"
+                                           "\x83\xC3\xA9\0",
+                                           14));
     EXPECT_EQ(ab.decalage, 4u);
     EXPECT_EQ(x.positionBloc, 10u);
 
@@ -179,8 +187,8 @@ TEST(BlocCompresse, AllerRetourDesMotsDansChaqueCodage)
 {
     std::vector<std::string> const mots = MotsFrancais(1500);
     ASSERT_EQ(mots.size(), 1500u);
-    ChaineN::Codage const codages[] = {ChaineN::kMacRoman, ChaineN::kLatin9,  ChaineN::kWinLatin1,
-                                       ChaineN::kDOS,      ChaineN::kUTF8,    ChaineN::kUTF16LE,
+    ChaineN::Codage const codages[] = {ChaineN::kMacRoman, ChaineN::kLatin9, ChaineN::kWinLatin1,
+                                       ChaineN::kDOS,      ChaineN::kUTF8,   ChaineN::kUTF16LE,
                                        ChaineN::kUTF16BE};
     for (auto const type : {sdd::kSansCompression, sdd::kCompressionZlib}) {
         for (unsigned int const taille : {16u, 100u, 4096u}) {

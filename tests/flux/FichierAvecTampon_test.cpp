@@ -47,8 +47,7 @@ TEST(FichierAvecTampon, EcritureMeleeEtVidage)
             }
             default: {
                 std::string const bloc(FichierAvecTampon::kTailleTampon + hasard() % 1000, 'Z');
-                f.Mets(reinterpret_cast<unsigned char const*>(bloc.data()),
-                       unsigned(bloc.size()));
+                f.Mets(reinterpret_cast<unsigned char const*>(bloc.data()), unsigned(bloc.size()));
                 attendu += bloc;
             }
             }

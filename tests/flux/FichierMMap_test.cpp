@@ -71,7 +71,7 @@ TEST_F(FichierMMapTest, BornesDesLectures)
 
         f.PositionneALaFin();
         unsigned char const* const bout = f.Ptr(); // au bout : permis
-        EXPECT_EQ(f.PtrEtAvance(5), bout);          // l'avance n'est pas vérifiée
+        EXPECT_EQ(f.PtrEtAvance(5), bout);         // l'avance n'est pas vérifiée
         f.Positionne(n + 10);
         EXPECT_EQ(Explication([&] { f.Ptr(); }),
                   "index=" + std::to_string(n + 10) + " min=0 max=" + std::to_string(n));

@@ -53,18 +53,31 @@ TEST_F(FichierTest, MarquesOrdreOctets)
         ChaineN::Codage codageChaineN;
     };
     Cas const cas[] = {
-        {"\xEF\xBB\xBF" "A", 3, UniChaine::kUTF8, ChaineN::kUTF8},
+        {"\xEF\xBB\xBF"
+         "A",
+         3, UniChaine::kUTF8, ChaineN::kUTF8},
         {std::string("\xFE\xFF\0A", 4), 2, UniChaine::kUTF16, ChaineN::kUTF16BE},
         // Volontaire : le 41 lu pour tester FF FE 00 00 n'est pas rendu.
-        {std::string("\xFF\xFE" "A\0", 4), 3, UniChaine::kUTF16, ChaineN::kUTF16LE},
+        {std::string("\xFF\xFE"
+                     "A\0",
+                     4),
+         3, UniChaine::kUTF16, ChaineN::kUTF16LE},
         {"\xFF\xFE", 2, UniChaine::kUTF16, ChaineN::kUTF16LE},
         {std::string("\xFF\xFE\0\0", 4), 0, UniChaine::kUTF8, ChaineN::kCodageDefautPlateforme},
         {std::string("\0\0\xFE\xFF", 4), 0, UniChaine::kUTF8, ChaineN::kCodageDefautPlateforme},
-        {"\x0E\xFE\xFF" "A", 0, UniChaine::kUTF8, ChaineN::kCodageDefautPlateforme},
-        {"\x2B\x2F\x76" "A", 0, UniChaine::kUTF8, ChaineN::kCodageDefautPlateforme},
+        {"\x0E\xFE\xFF"
+         "A",
+         0, UniChaine::kUTF8, ChaineN::kCodageDefautPlateforme},
+        {"\x2B\x2F\x76"
+         "A",
+         0, UniChaine::kUTF8, ChaineN::kCodageDefautPlateforme},
         {"\xDD\x73\x66\x73", 0, UniChaine::kUTF8, ChaineN::kCodageDefautPlateforme},
-        {"\xFB\xEE" "A", 0, UniChaine::kUTF8, ChaineN::kCodageDefautPlateforme},
-        {"\xEF\xBB" "A", 0, UniChaine::kUTF8, ChaineN::kCodageDefautPlateforme},
+        {"\xFB\xEE"
+         "A",
+         0, UniChaine::kUTF8, ChaineN::kCodageDefautPlateforme},
+        {"\xEF\xBB"
+         "A",
+         0, UniChaine::kUTF8, ChaineN::kCodageDefautPlateforme},
         {"texte", 0, UniChaine::kUTF8, ChaineN::kCodageDefautPlateforme},
         {"", 0, UniChaine::kUTF8, ChaineN::kCodageDefautPlateforme},
     };
@@ -90,7 +103,9 @@ TEST_F(FichierTest, MarquesOrdreOctets)
 
     // FF FE 41 00 42 00 : le texte commence à l'octet 00.
     Fichier utf16;
-    utf16.OuvreEnLectureSeule(Ecris("le", std::string("\xFF\xFE" "A\0B\0", 6)));
+    utf16.OuvreEnLectureSeule(Ecris("le", std::string("\xFF\xFE"
+                                                      "A\0B\0",
+                                                      6)));
     EXPECT_EQ(utf16.Donne(), 0);
     EXPECT_EQ(utf16.Donne(), 'B');
 

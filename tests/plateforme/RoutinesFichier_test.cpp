@@ -19,9 +19,12 @@ TEST(RoutinesFichier, DetruisSelonLeGenre)
     ASSERT_TRUE(QDir(dossier.path()).mkdir("d"));
 
     // Un lien n'est pas un fichier ordinaire, un fichier pas un lien ; la cible reste.
-    EXPECT_FALSE(RoutinesFichier::DetruisFichier(UniChemin(lien), RoutinesFichier::kFichiersOrdinaires));
-    EXPECT_FALSE(RoutinesFichier::DetruisFichier(UniChemin(fichier), RoutinesFichier::kLiensSymboliques));
-    EXPECT_TRUE(RoutinesFichier::DetruisFichier(UniChemin(lien), RoutinesFichier::kLiensSymboliques));
+    EXPECT_FALSE(
+        RoutinesFichier::DetruisFichier(UniChemin(lien), RoutinesFichier::kFichiersOrdinaires));
+    EXPECT_FALSE(
+        RoutinesFichier::DetruisFichier(UniChemin(fichier), RoutinesFichier::kLiensSymboliques));
+    EXPECT_TRUE(
+        RoutinesFichier::DetruisFichier(UniChemin(lien), RoutinesFichier::kLiensSymboliques));
     EXPECT_FALSE(QFileInfo(lien).isSymLink());
     EXPECT_TRUE(QFileInfo::exists(fichier));
     EXPECT_TRUE(RoutinesFichier::DetruisFichier(UniChemin(fichier), 3));
