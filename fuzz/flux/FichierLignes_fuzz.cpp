@@ -9,9 +9,21 @@
 #include <cstdlib>
 #include <string>
 
+namespace {
+
+// Fichier de travail, un par processus, enlevé à la sortie.
+struct FichierDeTravail
+{
+    std::string const chemin = "/tmp/FichierLignes_fuzz." + std::to_string(getpid());
+    ~FichierDeTravail() { std::remove(chemin.c_str()); }
+};
+
+} // namespace
+
 extern "C" int LLVMFuzzerTestOneInput(unsigned char const* donnees, std::size_t taille)
 {
-    static std::string const chemin = "/tmp/FichierLignes_fuzz." + std::to_string(getpid());
+    static FichierDeTravail const travail;
+    std::string const& chemin = travail.chemin;
     if (std::FILE* f = std::fopen(chemin.c_str(), "wb")) {
         std::fwrite(donnees, 1, taille, f);
         std::fclose(f);
