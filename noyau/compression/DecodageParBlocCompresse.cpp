@@ -60,7 +60,9 @@ DecodageParBlocCompresse::DecodageParBlocCompresse(FluxEntree* entree, unsigned 
     : _entree(entree), _entreeMemoire(dynamic_cast<FluxEntreeMemoire*>(entree)), _debut(debut),
       _inflate(nullptr, LibereInflate)
 {
-    if (_entreeMemoire != nullptr && debut > _entreeMemoire->DonneTaille()) {
+    std::uint64_t const limite =
+        _entreeMemoire != nullptr ? _entreeMemoire->DonneTaille() : std::uint64_t(0xFFFFFFFFu);
+    if (debut > limite) {
         LanceZoneAbimee("Début de la zone au-delà des données");
     }
     _entree->Positionne(static_cast<unsigned int>(debut));

@@ -6,6 +6,7 @@
 
 #include <zlib.h>
 
+#include <algorithm>
 #include <new>
 
 namespace sdd {
@@ -43,12 +44,9 @@ int Comprime(z_stream& flux, unsigned char* dest, uLongf* longueur, unsigned cha
 
 EncodageParBlocCompresse::EncodageParBlocCompresse(FluxSortie* sortie, unsigned int tailleBloc,
                                                    eTypeCompression type)
-    : _sortie(sortie), _tailleBloc(tailleBloc),
-      // Un bloc qui ne se comprime pas garde toute sa forme comprimée : zlib a la place de
-      // l'écrire en entier.
-      _tailleTravail(compressBound(tailleBloc)), _type(type), _deflate(nullptr, LibereDeflate)
+    : _sortie(sortie), _tailleBloc(tailleBloc), _tailleTravail(0), _type(type),
+      _deflate(nullptr, LibereDeflate)
 {
-    _travail.reset(new unsigned char[_tailleTravail]);
     VarElias::Ecris(*_sortie, _tailleBloc);
     _sortie->Mets(static_cast<unsigned char>(_type));
 }
@@ -103,8 +101,9 @@ void EncodageParBlocCompresse::_VideBlocCourant()
     case kSansCompression:
         break;
     case kCompressionZlib: {
-        // Un bloc plus grand que prévu (élément hors taille) agrandit le tampon de travail.
-        uLong const borne = compressBound(longueur);
+        // Fait au premier bloc : compressBound(taille de bloc), pour qu'un bloc qui ne se
+        // comprime pas garde toute sa forme comprimée ; plus pour un élément hors taille.
+        uLong const borne = compressBound(std::max<uLong>(longueur, _tailleBloc));
         if (borne > _tailleTravail) {
             _travail.reset(new unsigned char[borne]);
             _tailleTravail = borne;

@@ -41,8 +41,9 @@ private:
     FluxSortie* _sortie;
     unsigned int _tailleBloc;
     TamponMemoire _blocCourant{256};
-    TamponMemoire _chaine{256};                // forme codée de la dernière chaîne
-    std::unique_ptr<unsigned char[]> _travail; // compressBound(taille de bloc) octets
+    TamponMemoire _chaine{256}; // forme codée de la dernière chaîne
+    // Type 1 seulement, fait au premier bloc : au moins compressBound(taille de bloc) octets.
+    std::unique_ptr<unsigned char[]> _travail;
     unsigned long _tailleTravail;
     eTypeCompression _type;
     // Flux deflate gardé d'un bloc à l'autre : la sortie est celle de compress, sans
