@@ -184,10 +184,11 @@ bool Fichier::EstEnBonEtat() const
 
 bool Fichier::EstALaFin() const
 {
-    if (_flux == nullptr || (_mode & kLecture) == 0 || _flux->fail()) {
+    if (_flux == nullptr || (_mode & kLecture) == 0) {
         return true;
     }
-    return _flux->peek() == std::char_traits<char>::eof();
+    // Par le tampon du fichier : regarder l'octet suivant ne change pas l'état du flux.
+    return _flux->rdbuf()->sgetc() == std::char_traits<char>::eof();
 }
 
 unsigned int Fichier::DonnePosition() const
@@ -195,7 +196,9 @@ unsigned int Fichier::DonnePosition() const
     if (_flux == nullptr) {
         return 0;
     }
-    auto const position = _CoteLecture() ? _flux->tellg() : _flux->tellp();
+    // Par le tampon aussi : tellg échoue sur un flux arrivé à sa fin.
+    auto const position =
+        _flux->rdbuf()->pubseekoff(0, std::ios::cur, _CoteLecture() ? std::ios::in : std::ios::out);
     return position < 0 ? 0 : static_cast<unsigned int>(position);
 }
 

@@ -169,6 +169,7 @@ TEST_F(FichierTest, LignesEtTextes)
     }
     EXPECT_EQ(lues, "[un][deux][][troisième]");
     EXPECT_TRUE(f.EstALaFin());
+    EXPECT_EQ(f.DonnePosition(), f.DonneTaille()); // la fin se dit sans mettre le flux en échec
     EXPECT_EQ(f.DonneToutLeTexte(), ChaineN(u"un\r\ndeux\n\ntroisième"));
     f.Positionne(9);
     EXPECT_EQ(f.DonneToutLeResteDuTexte(), ChaineN(u"\ntroisième"));
