@@ -34,10 +34,10 @@ struct Zone
     std::vector<sdd::_typPositionEncodageBloc> positions;
 };
 
-Zone const& DonneZone(unsigned int tailleBloc)
+Zone& DonneZone(unsigned int tailleBloc)
 {
-    static Zone const zone4K(4096);
-    static Zone const zone64K(65536);
+    static Zone zone4K(4096);
+    static Zone zone64K(65536);
     return tailleBloc == 4096 ? zone4K : zone64K;
 }
 
@@ -54,9 +54,8 @@ std::vector<std::size_t> Tirages()
 
 void Recherches_Noyau(benchmark::State& etat, unsigned int tailleBloc)
 {
-    Zone const& zone = DonneZone(tailleBloc);
-    std::unique_ptr<TamponMemoire> entree(
-        const_cast<TamponMemoire&>(zone.octets).TamponEnPretantDonnees());
+    Zone& zone = DonneZone(tailleBloc);
+    std::unique_ptr<TamponMemoire> entree(zone.octets.TamponEnPretantDonnees());
     sdd::DecodageParBlocCompresse decodeur(entree.get(), 0);
     std::vector<std::size_t> const tirages = Tirages();
     ChaineN mot;
