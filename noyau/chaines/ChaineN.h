@@ -34,6 +34,8 @@ public:
         kUTF16LE = 5,
         kUTF16BE = 6
     };
+    // Codage des textes sans marque d'ordre des octets : UTF-8 sous Linux.
+    static constexpr Codage kCodageDefautPlateforme = kUTF8;
 
     using Malgray = sdd::Malgray;
     static constexpr Malgray MalgrayLigatures = sdd::MalgrayLigatures;

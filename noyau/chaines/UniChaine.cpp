@@ -161,6 +161,11 @@ bool LigatureEn(QString const& texte, int k, QString const& autre, UniChaine::Ma
 
 } // namespace
 
+int UniChaine::DonneCodageChaineN(Codage codage) noexcept
+{
+    return CodageChaineN(codage);
+}
+
 // --- Construction et affectation ---
 
 UniChaine::UniChaine() noexcept = default;

@@ -43,6 +43,8 @@ public:
         kDOS = 5,
         kAucunCodage = 255
     };
+    // Valeur de sdd::ChaineN::Codage de même sens (UTF-16 : ordre de la machine), ou -1.
+    static int DonneCodageChaineN(Codage codage) noexcept;
 
     // Tolérances de comparaison, les mêmes bits que sdd::ChaineN ; MalgrayEspaces n'a
     // d'effet qu'ici.

@@ -1,6 +1,7 @@
 #include "noyau/flux/TamponMemoire.h"
 
 #include "noyau/algorithmes/Entiers.h"
+#include "noyau/flux/Fichier.h"
 
 #include <algorithm>
 #include <cstring>
@@ -33,6 +34,12 @@ TamponMemoire::TamponMemoire(char* bloc, int taille, bool prendPossession)
     : _taille(static_cast<unsigned int>(std::max(taille, 0))), _capacite(_taille),
       _donnees(reinterpret_cast<unsigned char*>(bloc)), _emprunte(!prendPossession)
 {
+}
+
+TamponMemoire::TamponMemoire(UniChemin const& chemin)
+{
+    _donnees = reinterpret_cast<unsigned char*>(Fichier::DonneToutLeTexte(chemin, _taille));
+    _capacite = _taille;
 }
 
 TamponMemoire::TamponMemoire(unsigned char* bloc, unsigned int taille, unsigned int capacite)

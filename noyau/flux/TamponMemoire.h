@@ -7,6 +7,7 @@
 #include <cstring>
 
 class UniChaine;
+class UniChemin;
 
 namespace sdd {
 
@@ -27,6 +28,8 @@ public:
     // Bloc de l'appelant, taille octets valides ; libéré à la destruction (delete[]) seulement
     // quand prendPossession est vrai.
     TamponMemoire(char* bloc, int taille, bool prendPossession);
+    // Tout le fichier, lu d'un coup ; OuvertureEchouee s'il ne se lit pas.
+    explicit TamponMemoire(UniChemin const& chemin);
     TamponMemoire& operator=(TamponMemoire const&) = delete;
     ~TamponMemoire() override;
 

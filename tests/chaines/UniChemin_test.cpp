@@ -49,3 +49,60 @@ TEST(UniChemin, Constructions)
     copie = UniChemin("/v");
     EXPECT_EQ(QString(copie), QStringLiteral("/v"));
 }
+
+TEST(UniChemin, ComposantsEtExtensions)
+{
+    auto const composants = [](char const* chemin) {
+        std::string texte;
+        for (UniChemin const& c : UniChemin(chemin).DonneLesComposantsChemin()) {
+            texte += "[" + Texte(c) + "]";
+        }
+        return texte;
+    };
+    EXPECT_EQ(composants("/a/b"), "[][a][b]");
+    EXPECT_EQ(composants("a//b/"), "[a][][b][]");
+    EXPECT_EQ(composants(""), "[]");
+
+    struct Cas
+    {
+        char const* chemin;
+        char const* dernier;
+        char const* sansDernier;
+        char const* extension;
+        char const* sansExtension;
+        char const* dernierSansExtension;
+    };
+    Cas const cas[] = {
+        {"/a", "a", "/", "", "/a", "a"},
+        {"a", "a", "", "", "a", "a"},
+        {"/x/f.txt", "f.txt", "/x", "txt", "/x/f", "f"},
+        // Volontaire : le point d'un dossier compte quand le nom n'en a pas.
+        {"/x.d/f", "f", "/x.d", "d/f", "/x", "f"},
+        {"/x/archive.tar.gz", "archive.tar.gz", "/x", "gz", "/x/archive.tar", "archive.tar"},
+        {"/x/", "", "/x", "", "/x/", ""},
+        {"", "", "", "", "", ""},
+    };
+    for (auto const& c : cas) {
+        UniChemin const chemin(c.chemin);
+        EXPECT_EQ(Texte(chemin.DonneDernierComposantChemin()), c.dernier) << c.chemin;
+        EXPECT_EQ(Texte(chemin.DonneChaineEnEnlevantDernierComposantChemin()), c.sansDernier)
+            << c.chemin;
+        EXPECT_EQ(Texte(chemin.DonneExtension()), c.extension) << c.chemin;
+        EXPECT_EQ(Texte(chemin.DonneChaineEnEnlevantExtension()), c.sansExtension) << c.chemin;
+        EXPECT_EQ(Texte(chemin.DonneDernierComposantCheminSaufExtension()), c.dernierSansExtension)
+            << c.chemin;
+    }
+
+    UniChemin f("/x/f");
+    EXPECT_EQ(Texte(f.AjouteExtension(UniChemin("txt"))), "/x/f.txt");
+    EXPECT_EQ(Texte(f.AjouteExtension(UniChemin())), "/x/f.txt");
+    EXPECT_EQ(Texte(UniChemin("/x/f.").DonneChaineEnAjoutantExtension(UniChaine("d"))), "/x/f.d");
+    UniChemin const fixe("g");
+    EXPECT_EQ(Texte(fixe.AjouteExtension(UniChemin("h"))), "g.h");
+    EXPECT_EQ(Texte(fixe), "g");
+
+    EXPECT_EQ(Texte(kUniCheminSeparationChemin), "/");
+    EXPECT_EQ(Texte(kUniCheminSeparationExtension), ".");
+    EXPECT_EQ(Texte(DonneUniChaineSeparationChemin()), "/");
+    EXPECT_EQ(Texte(UniChemin("/a/b").NormaliseSeparateurs()), "/a/b");
+}

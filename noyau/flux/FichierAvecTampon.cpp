@@ -1,0 +1,250 @@
+#include "noyau/flux/FichierAvecTampon.h"
+
+#include <algorithm>
+#include <cstring>
+#include <fstream>
+#include <stdexcept>
+
+namespace sdd {
+
+FichierAvecTampon::FichierAvecTampon() = default;
+
+FichierAvecTampon::FichierAvecTampon(UniChemin const& chemin, int mode, UniChaine::Codage codage,
+                                     bool sansBOM)
+{
+    // Ouvre appelé ici, et non par Fichier : Init n'y serait pas encore celle de cette classe.
+    Ouvre(chemin, mode, codage, sansBOM);
+}
+
+FichierAvecTampon::~FichierAvecTampon()
+{
+    try {
+        _Libere();
+    } catch (...) {
+        // Un destructeur ne lance rien ; l'écriture perdue laisse le flux en échec.
+    }
+}
+
+void FichierAvecTampon::Init(bool sansBOM, bool appliqueBOM)
+{
+    _Libere();
+    Fichier::Init(sansBOM, appliqueBOM);
+}
+
+void FichierAvecTampon::Ferme()
+{
+    _Libere();
+    Fichier::Ferme();
+}
+
+bool FichierAvecTampon::EstEnBonEtat() const
+{
+    return Fichier::EstEnBonEtat() || (_etat == kEnLecture && _debut < _fin);
+}
+
+// --- Tampon ---
+
+void FichierAvecTampon::_Libere()
+{
+    if (_etat == kEnEcriture && _fin != 0 && _flux != nullptr) {
+        Fichier::Mets(_tampon.get(), _fin);
+    } else if (_etat == kEnLecture && _debut < _fin && _flux != nullptr) {
+        // Le fichier a lu d'avance : il revient sur l'octet logique suivant.
+        _flux->clear();
+        _flux->seekg(-std::streamoff(_fin - _debut), std::ios::cur);
+    }
+    _debut = _fin = 0;
+    _etat = kLibre;
+}
+
+void FichierAvecTampon::AjusteTamponPourLecture()
+{
+    if (_etat != kEnLecture) {
+        _Libere();
+        _etat = kEnLecture;
+    }
+}
+
+void FichierAvecTampon::AjusteTamponPourEcriture()
+{
+    if (_etat != kEnEcriture) {
+        _Libere();
+        _etat = kEnEcriture;
+    }
+}
+
+bool FichierAvecTampon::_Remplis()
+{
+    _debut = 0;
+    _fin = Fichier::Donne(kTailleTampon, _tampon.get());
+    return _fin != 0;
+}
+
+// --- Lecture ---
+
+bool FichierAvecTampon::EstALaFin() const
+{
+    return !(_etat == kEnLecture && _debut < _fin) && Fichier::EstALaFin();
+}
+
+unsigned int FichierAvecTampon::DonnePosition() const
+{
+    unsigned int const position = Fichier::DonnePosition();
+    if (_etat == kEnLecture) {
+        return position - (_fin - _debut);
+    }
+    return _etat == kEnEcriture ? position + _fin : position;
+}
+
+unsigned char FichierAvecTampon::_DonneLent()
+{
+    AjusteTamponPourLecture();
+    if (_debut == _fin && !_Remplis()) {
+        return 0;
+    }
+    return _tampon[_debut++];
+}
+
+unsigned int FichierAvecTampon::Donne(unsigned int n, unsigned char* dest)
+{
+    AjusteTamponPourLecture();
+    unsigned int const deja = std::min(n, _fin - _debut);
+    std::memcpy(dest, _tampon.get() + _debut, deja);
+    _debut += deja;
+    if (deja == n) {
+        return n;
+    }
+    // Une grande lecture va droit au fichier ; une petite passe par le tampon.
+    if (n - deja >= kTailleTampon) {
+        return deja + Fichier::Donne(n - deja, dest + deja);
+    }
+    unsigned int lus = deja;
+    while (lus < n && _Remplis()) {
+        unsigned int const pris = std::min(n - lus, _fin);
+        std::memcpy(dest + lus, _tampon.get(), pris);
+        _debut = pris;
+        lus += pris;
+    }
+    return lus;
+}
+
+void FichierAvecTampon::RetireDonne()
+{
+    if (_etat == kEnLecture && _debut > 0) {
+        --_debut;
+        return;
+    }
+    _Libere();
+    Fichier::RetireDonne();
+}
+
+void FichierAvecTampon::PositionneAuDebut()
+{
+    Positionne(0);
+}
+
+void FichierAvecTampon::Positionne(unsigned int position)
+{
+    _Libere();
+    Fichier::Positionne(position);
+}
+
+void FichierAvecTampon::PositionneALaFin()
+{
+    _Libere();
+    Fichier::PositionneALaFin();
+}
+
+bool FichierAvecTampon::_LisOctetsLigne(std::string& octets)
+{
+    AjusteTamponPourLecture();
+    octets.clear();
+    bool pris = false;
+    for (;;) {
+        if (_debut == _fin && !_Remplis()) {
+            return pris;
+        }
+        pris = true;
+        unsigned char const* const debut = _tampon.get() + _debut;
+        auto const* lf = static_cast<unsigned char const*>(std::memchr(debut, '\n', _fin - _debut));
+        unsigned int const n = lf != nullptr ? unsigned(lf - debut) : _fin - _debut;
+        octets.append(reinterpret_cast<char const*>(debut), n);
+        _debut += n;
+        if (lf != nullptr) {
+            ++_debut;
+            return true;
+        }
+    }
+}
+
+bool FichierAvecTampon::DonneLigne(char* tampon, int taille)
+{
+    // Comme la version sans tampon : au plus taille - 1 octets, LF passé, et une ligne trop
+    // longue pour la place est une erreur.
+    AjusteTamponPourLecture();
+    if (_flux == nullptr || taille <= 0) {
+        return false;
+    }
+    unsigned int const place = unsigned(taille) - 1;
+    unsigned int copies = 0;
+    bool pris = false;
+    for (;;) {
+        if (_debut == _fin && !_Remplis()) {
+            break;
+        }
+        pris = true;
+        unsigned char const* const debut = _tampon.get() + _debut;
+        unsigned int const dispo = _fin - _debut;
+        auto const* lf = static_cast<unsigned char const*>(std::memchr(debut, '\n', dispo));
+        unsigned int const n = lf != nullptr ? unsigned(lf - debut) : dispo;
+        if (copies + n > place) {
+            unsigned int const tient = place - copies;
+            std::memcpy(tampon + copies, debut, tient);
+            tampon[place] = 0;
+            _debut += tient;
+            _flux->setstate(std::ios::failbit);
+            throw std::runtime_error("### Erreur dans sdd::Fichier::DonneLigne()");
+        }
+        std::memcpy(tampon + copies, debut, n);
+        copies += n;
+        _debut += n;
+        if (lf != nullptr) {
+            ++_debut;
+            break;
+        }
+    }
+    tampon[copies] = 0;
+    return pris;
+}
+
+// --- Écriture ---
+
+void FichierAvecTampon::_MetsLent(unsigned char octet)
+{
+    AjusteTamponPourEcriture();
+    if (_fin == kTailleTampon) {
+        _Libere();
+        _etat = kEnEcriture;
+    }
+    _tampon[_fin++] = octet;
+}
+
+void FichierAvecTampon::Mets(unsigned char const* octets, unsigned int n)
+{
+    AjusteTamponPourEcriture();
+    if (_fin + std::uint64_t(n) <= kTailleTampon) {
+        std::memcpy(_tampon.get() + _fin, octets, n);
+        _fin += n;
+        return;
+    }
+    _Libere();
+    _etat = kEnEcriture;
+    if (n >= kTailleTampon) {
+        Fichier::Mets(octets, n);
+    } else {
+        std::memcpy(_tampon.get(), octets, n);
+        _fin = n;
+    }
+}
+
+} // namespace sdd

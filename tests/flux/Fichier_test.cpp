@@ -1,0 +1,254 @@
+#include "noyau/flux/Fichier.h"
+
+#include "noyau/erreurs/Exceptions.h"
+#include "noyau/flux/TamponMemoire.h"
+
+#include <QDate>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+using sdd::ChaineN;
+using sdd::Fichier;
+
+namespace {
+
+class FichierTest : public ::testing::Test
+{
+protected:
+    UniChemin Chemin(char const* nom) const { return UniChemin(_dossier.filePath(nom)); }
+
+    UniChemin Ecris(char const* nom, std::string const& octets) const
+    {
+        QFile f(_dossier.filePath(nom));
+        EXPECT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write(octets.data(), qint64(octets.size()));
+        return Chemin(nom);
+    }
+
+    std::string Lis(UniChemin const& chemin) const
+    {
+        QFile f(chemin);
+        EXPECT_TRUE(f.open(QIODevice::ReadOnly));
+        return f.readAll().toStdString();
+    }
+
+    QTemporaryDir _dossier;
+};
+
+} // namespace
+
+TEST_F(FichierTest, MarquesOrdreOctets)
+{
+    struct Cas
+    {
+        std::string octets;
+        unsigned int position; // après l'ouverture
+        UniChaine::Codage codage;
+        ChaineN::Codage codageChaineN;
+    };
+    Cas const cas[] = {
+        {"\xEF\xBB\xBF"
+         "A",
+         3, UniChaine::kUTF8, ChaineN::kUTF8},
+        {std::string("\xFE\xFF\0A", 4), 2, UniChaine::kUTF16, ChaineN::kUTF16BE},
+        // Volontaire : le 41 lu pour tester FF FE 00 00 n'est pas rendu.
+        {std::string("\xFF\xFE"
+                     "A\0",
+                     4),
+         3, UniChaine::kUTF16, ChaineN::kUTF16LE},
+        {"\xFF\xFE", 2, UniChaine::kUTF16, ChaineN::kUTF16LE},
+        {std::string("\xFF\xFE\0\0", 4), 0, UniChaine::kUTF8, ChaineN::kCodageDefautPlateforme},
+        {std::string("\0\0\xFE\xFF", 4), 0, UniChaine::kUTF8, ChaineN::kCodageDefautPlateforme},
+        {"\x0E\xFE\xFF"
+         "A",
+         0, UniChaine::kUTF8, ChaineN::kCodageDefautPlateforme},
+        {"\x2B\x2F\x76"
+         "A",
+         0, UniChaine::kUTF8, ChaineN::kCodageDefautPlateforme},
+        {"\xDD\x73\x66\x73", 0, UniChaine::kUTF8, ChaineN::kCodageDefautPlateforme},
+        {"\xFB\xEE"
+         "A",
+         0, UniChaine::kUTF8, ChaineN::kCodageDefautPlateforme},
+        {"\xEF\xBB"
+         "A",
+         0, UniChaine::kUTF8, ChaineN::kCodageDefautPlateforme},
+        {"texte", 0, UniChaine::kUTF8, ChaineN::kCodageDefautPlateforme},
+        {"", 0, UniChaine::kUTF8, ChaineN::kCodageDefautPlateforme},
+    };
+    for (auto const& c : cas) {
+        UniChemin const chemin = Ecris("bom", c.octets);
+        Fichier applique;
+        applique.OuvreEnLectureSeule(chemin);
+        EXPECT_TRUE(applique.EstEnBonEtat());
+        EXPECT_EQ(applique.DonnePosition(), c.position);
+        EXPECT_EQ(applique.DonneCodage(), c.codage);
+        EXPECT_EQ(applique.DonneCodageChaineN(), c.codageChaineN);
+        EXPECT_EQ(applique.DonneTaille(), c.octets.size());
+
+        // Ouvre passe la marque sans toucher au codage donné.
+        Fichier passe(chemin, Fichier::kLecture, UniChaine::kLatin9);
+        EXPECT_EQ(passe.DonnePosition(), c.position);
+        EXPECT_EQ(passe.DonneCodage(), UniChaine::kLatin9);
+        EXPECT_EQ(passe.DonneCodageChaineN(), ChaineN::kLatin9);
+
+        Fichier brut(chemin, Fichier::kLecture, UniChaine::kUTF8, true);
+        EXPECT_EQ(brut.DonnePosition(), 0u);
+    }
+
+    // FF FE 41 00 42 00 : le texte commence à l'octet 00.
+    Fichier utf16;
+    utf16.OuvreEnLectureSeule(Ecris("le", std::string("\xFF\xFE"
+                                                      "A\0B\0",
+                                                      6)));
+    EXPECT_EQ(utf16.Donne(), 0);
+    EXPECT_EQ(utf16.Donne(), 'B');
+
+    // DonneBOMUTF8
+    int n = 0;
+    std::unique_ptr<char[]> const bom(Fichier::DonneBOMUTF8(n));
+    EXPECT_EQ(n, 3);
+    EXPECT_EQ(std::string(bom.get()), "\xEF\xBB\xBF");
+}
+
+TEST_F(FichierTest, ModesEtEcriture)
+{
+    UniChemin const chemin = Ecris("modes", "ancien");
+    {
+        Fichier ajout(chemin, Fichier::kEcriture | Fichier::kAjout);
+        ajout.Ecris("+suite");
+        ajout.Mets('!');
+        EXPECT_EQ(ajout.DonnePosition(), 13u);
+        EXPECT_TRUE(ajout.EstALaFin()); // rien à lire en écriture
+    }
+    EXPECT_EQ(Lis(chemin), "ancien+suite!");
+    {
+        // Lecture et écriture demandées : la lecture l'emporte, rien n'est écrit.
+        Fichier lecture(chemin, Fichier::kLecture | Fichier::kEcriture);
+        EXPECT_TRUE(lecture.EstEnBonEtat());
+        EXPECT_EQ(lecture.Donne(), 'a');
+        EXPECT_EQ(lecture.DonneTaille(), 0u); // mesurée au mode 2 seulement
+        lecture.Ecris("x");
+    }
+    EXPECT_EQ(Lis(chemin), "ancien+suite!");
+    {
+        Fichier ecriture(chemin, Fichier::kEcriture);
+        unsigned char const octets[] = {'n', 'e', 'u', 'f'};
+        ecriture.Mets(octets, 4);
+    }
+    EXPECT_EQ(Lis(chemin), "neuf");
+
+    // Sans mode, ou dans un dossier absent : échec silencieux, rien n'est écrit.
+    Fichier sansMode(Chemin("sans-mode"), 0);
+    EXPECT_FALSE(sansMode.EstEnBonEtat());
+    sansMode.Ecris("rien");
+    EXPECT_FALSE(Fichier::FichierExiste(Chemin("sans-mode")));
+    Fichier absent(Chemin("absent/f"), Fichier::kEcriture);
+    EXPECT_FALSE(absent.EstEnBonEtat());
+    absent.Ecris("rien");
+    Fichier ferme;
+    EXPECT_FALSE(ferme.EstEnBonEtat());
+    EXPECT_TRUE(ferme.EstALaFin());
+    EXPECT_EQ(ferme.Donne(), 0);
+}
+
+TEST_F(FichierTest, LignesEtTextes)
+{
+    UniChemin const chemin = Ecris("lignes", "un\r\ndeux\n\ntroisième");
+    Fichier f;
+    f.OuvreEnLectureSeule(chemin);
+    UniChaine ligne;
+    std::string lues;
+    while (f.DonneLigne(ligne)) {
+        lues += "[" + QString(ligne).toStdString() + "]";
+    }
+    EXPECT_EQ(lues, "[un][deux][][troisième]");
+    EXPECT_TRUE(f.EstALaFin());
+    EXPECT_EQ(f.DonnePosition(), f.DonneTaille()); // la fin se dit sans mettre le flux en échec
+    EXPECT_EQ(f.DonneToutLeTexte(), ChaineN(u"un\r\ndeux\n\ntroisième"));
+    f.Positionne(9);
+    EXPECT_EQ(f.DonneToutLeResteDuTexte(), ChaineN(u"\ntroisième"));
+
+    // En UTF-16 gros-boutiste, marque comprise.
+    std::string utf16("\xFE\xFF", 2);
+    for (char16_t const u : std::u16string(u"été\r\nhiver")) {
+        utf16 += char(u >> 8);
+        utf16 += char(u & 0xFF);
+    }
+    Fichier g;
+    g.OuvreEnLectureSeule(Ecris("utf16", utf16));
+    ChaineN l;
+    ASSERT_TRUE(g.DonneLigne(l));
+    EXPECT_EQ(l, ChaineN(u"été"));
+    ASSERT_TRUE(g.DonneLigne(l));
+    EXPECT_EQ(l, ChaineN(u"hiver"));
+    EXPECT_FALSE(g.DonneLigne(l));
+    EXPECT_EQ(l, ChaineN(u"hiver"));
+    EXPECT_EQ(g.DonneToutLeFichier().size(), utf16.size());
+
+    // Lignes d'octets : le LF est passé, une ligne trop longue est une erreur.
+    Fichier h(Ecris("courtes", "ab\n\nabcdef"), Fichier::kLecture);
+    char tampon[5];
+    ASSERT_TRUE(h.DonneLigne(tampon, 5));
+    EXPECT_STREQ(tampon, "ab");
+    ASSERT_TRUE(h.DonneLigne(tampon, 5));
+    EXPECT_STREQ(tampon, "");
+    try {
+        h.DonneLigne(tampon, 5);
+        FAIL();
+    } catch (std::runtime_error const& e) {
+        EXPECT_STREQ(e.what(), "### Erreur dans sdd::Fichier::DonneLigne()");
+    }
+}
+
+TEST_F(FichierTest, ToutLeFichierEtQuestions)
+{
+    std::string octets(70000, '\0');
+    for (std::size_t i = 0; i < octets.size(); ++i) {
+        octets[i] = char(i * 7);
+    }
+    UniChemin const chemin = Ecris("tout", octets);
+    unsigned int taille = 0;
+    std::unique_ptr<char[]> const bloc(Fichier::DonneToutLeTexte(chemin, taille));
+    EXPECT_EQ(std::string(bloc.get(), taille), octets);
+
+    sdd::TamponMemoire const tampon(chemin);
+    EXPECT_EQ(tampon.DonneTaille(), octets.size());
+    EXPECT_EQ(tampon.DonneCapacite(), octets.size());
+    EXPECT_EQ(std::string(reinterpret_cast<char*>(tampon.DonneDonnees()), taille), octets);
+    try {
+        sdd::TamponMemoire manquant(Chemin("manquant"));
+        FAIL();
+    } catch (sdd::exceptions::OuvertureEchouee const& e) {
+        EXPECT_EQ(e.Explication(), Chemin("manquant"));
+    }
+
+    Fichier f(chemin, Fichier::kLecture);
+    unsigned char lus[10];
+    f.Positionne(69995);
+    EXPECT_EQ(f.DonneLePlus(10, lus), 5u);
+    EXPECT_TRUE(f.EstALaFin());
+    f.RetireDonne();
+    EXPECT_EQ(f.Donne(), static_cast<unsigned char>(octets.back()));
+
+    EXPECT_EQ(Fichier::TailleFichier(chemin), 70000u);
+    EXPECT_EQ(Fichier::TailleFichier(Chemin("manquant")), 0u);
+    bool estRepertoire = true;
+    EXPECT_TRUE(Fichier::FichierExiste(chemin, &estRepertoire));
+    EXPECT_FALSE(estRepertoire);
+    EXPECT_TRUE(Fichier::FichierExiste(UniChemin(_dossier.path()), &estRepertoire));
+    EXPECT_TRUE(estRepertoire);
+    int annee = 0, mois = 0, jour = 0;
+    EXPECT_TRUE(Fichier::DonneDate(chemin, annee, mois, jour));
+    EXPECT_EQ(QDate(annee, mois, jour), QDate::currentDate());
+    EXPECT_NEAR(double(Fichier::DonneDate(chemin)), double(std::time(nullptr)), 60);
+    EXPECT_EQ(Fichier::DonneDate(Chemin("manquant")), 0);
+    EXPECT_TRUE(Fichier::SupprimeFichier(chemin));
+    EXPECT_FALSE(Fichier::FichierExiste(chemin));
+    EXPECT_FALSE(Fichier::SupprimeFichier(chemin));
+}

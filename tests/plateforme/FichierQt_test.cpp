@@ -1,0 +1,72 @@
+#include "noyau/plateforme/Fichier.h"
+
+#include "noyau/erreurs/ExceptionCode.h"
+
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+// Message de l'alerte portée par l'exception de f, ou « rien ».
+template <typename F> std::string MessageAlerte(F f)
+{
+    try {
+        f();
+    } catch (ExceptionCode const& e) {
+        EXPECT_EQ(e.DonneAlerte().DonneTypeDialogue(), DAlerteInfo::kAlerte);
+        EXPECT_EQ(std::string(e.what()),
+                  QString(e.DonneAlerte().DonneMessage()).toStdString() +
+                      " Une erreur de type indéfini s’est produite (code 0).");
+        return QString(e.DonneAlerte().DonneMessage()).toStdString();
+    }
+    return "rien";
+}
+
+} // namespace
+
+TEST(FichierQt, OuverturesEtErreurs)
+{
+    QTemporaryDir dossier;
+    Fichier f(UniChemin(dossier.filePath("f.txt")));
+    EXPECT_FALSE(f.Existe());
+    EXPECT_EQ(MessageAlerte([&] { f.OuvreEnLecture(); }), "Erreur à l’ouverture du fichier.");
+    try {
+        f.DonneToutLeContenu();
+        FAIL();
+    } catch (int code) {
+        EXPECT_EQ(code, -1);
+    }
+    f.Cree();
+    EXPECT_TRUE(f.Existe());
+    EXPECT_FALSE(f.EstOuvert());
+
+    f.OuvreEnEcriture();
+    EXPECT_EQ(f.Ecris("bonjour", 7), 7);
+    f.Purge();
+    f.Ferme();
+    EXPECT_EQ(f.DonneToutLeContenu(), QByteArray("bonjour"));
+
+    f.OuvreEnLectureEcriture();
+    char lu[4] = {};
+    EXPECT_EQ(f.Lis(lu, 3), 3);
+    EXPECT_STREQ(lu, "bon");
+    f.Ferme();
+
+    Fichier const copie(f);
+    EXPECT_EQ(copie.DonneChemin(), f.DonneChemin());
+    EXPECT_FALSE(copie.EstOuvert());
+    UniChemin const cible(dossier.filePath("g.txt"));
+    EXPECT_TRUE(copie.CopieVers(cible));
+    EXPECT_EQ(Fichier(cible).DonneToutLeContenu(), QByteArray("bonjour"));
+    EXPECT_TRUE(f.DonneDateModification().isValid());
+
+    Fichier dansAbsent(UniChemin(dossier.filePath("absent/f")));
+    EXPECT_EQ(MessageAlerte([&] { dansAbsent.Cree(); }), "Erreur à la création du fichier.");
+    EXPECT_EQ(MessageAlerte([&] { dansAbsent.OuvreEnEcriture(); }),
+              "Erreur à l’ouverture du fichier.");
+    EXPECT_EQ(MessageAlerte([&] { dansAbsent.OuvreEnLectureEcriture(); }),
+              "Erreur à l’ouverture du fichier.");
+    EXPECT_FALSE(dansAbsent.DonneDateModification().isValid());
+}
