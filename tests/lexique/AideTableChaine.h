@@ -165,18 +165,22 @@ inline Octets FormeV100(sdd::TableChaineNoyau const& table)
 }
 
 // Les mots de la liste française, un sur pas.
-inline std::vector<std::u16string> MotsFrancais(int pas)
+inline std::vector<std::u16string> MotsFrancais(std::size_t pas)
 {
-    QFile fichier(QStringLiteral("/usr/share/dict/french"));
-    std::vector<std::u16string> mots;
-    if (!fichier.open(QIODevice::ReadOnly)) {
-        return mots;
-    }
-    int i = 0;
-    for (QString const& mot : QString::fromUtf8(fichier.readAll()).split('\n', Qt::SkipEmptyParts)) {
-        if (i++ % pas == 0) {
-            mots.push_back(mot.toStdU16String());
+    static std::vector<std::u16string> const tous = [] {
+        std::vector<std::u16string> mots;
+        QFile fichier(QStringLiteral("/usr/share/dict/french"));
+        if (fichier.open(QIODevice::ReadOnly)) {
+            for (QString const& mot :
+                 QString::fromUtf8(fichier.readAll()).split('\n', Qt::SkipEmptyParts)) {
+                mots.push_back(mot.toStdU16String());
+            }
         }
+        return mots;
+    }();
+    std::vector<std::u16string> mots;
+    for (std::size_t i = 0; i < tous.size(); i += pas) {
+        mots.push_back(tous[i]);
     }
     return mots;
 }

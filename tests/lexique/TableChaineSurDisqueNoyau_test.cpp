@@ -71,8 +71,8 @@ TEST(TableChaineSurDisqueNoyau, CasLimites)
 // séquentiel, en version 100) comme dans std::set.
 TEST(TableChaineSurDisqueNoyau, DifferentielMotsFrancais)
 {
-    auto const mots = aide::MotsFrancais(15);
-    ASSERT_GT(mots.size(), 20000u);
+    auto const mots = aide::MotsFrancais(25);
+    ASSERT_GT(mots.size(), 13000u);
     std::set<std::u16string> ref(mots.begin(), mots.end());
     sdd::TableChaineT<std::uint32_t> t; // des données à sauter
     for (auto const& m : mots) {
@@ -99,7 +99,7 @@ TEST(TableChaineSurDisqueNoyau, DifferentielMotsFrancais)
     std::size_t n = 0;
     for (auto const& m : mots) {
         ASSERT_TRUE(disque.Possede(N(m))) << QString::fromStdU16String(m).toStdString();
-        if (n++ % 8 == 0) {
+        if (n++ % 16 == 0) {
             ASSERT_TRUE(surFlux.Possede(N(m)));
             ASSERT_TRUE(disque100.Possede(N(m)));
             for (auto const& v : Voisins(m)) {
@@ -109,9 +109,6 @@ TEST(TableChaineSurDisqueNoyau, DifferentielMotsFrancais)
                 ASSERT_EQ(disque100.Possede(N(v)), attendu);
             }
         }
-    }
-    for (auto const& m : aide::MotsFrancais(8)) {
-        ASSERT_EQ(disque.Possede(N(m)), ref.count(m) == 1);
     }
 }
 

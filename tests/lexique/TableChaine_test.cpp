@@ -174,7 +174,7 @@ TEST(TableChaine, MotsFrancais)
     EXPECT_EQ(aide::Chaines(t), std::vector<std::u16string>(ref.begin(), ref.end()));
     EXPECT_EQ(aide::VerifieArbre(t.DonneRacine()), ref.size());
     // Les mots sautés sont presque tous absents ; chacun comme std::set.
-    for (auto const& m : aide::MotsFrancais(2)) {
+    for (auto const& m : aide::MotsFrancais(3)) {
         EXPECT_EQ(t.Possede(N(m)), ref.count(m) == 1);
     }
     // Tout retirer, un mot sur deux d'abord : l'arbre reste compressé.
