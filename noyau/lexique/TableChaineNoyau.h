@@ -28,10 +28,6 @@ public:
     class Noeud;
     class __Iterateur;
 
-    // Sans racine : la table dérivée la crée (Vide) une fois son type de nœud disponible.
-    TableChaineNoyau() = default;
-    TableChaineNoyau(TableChaineNoyau const& autre);
-    TableChaineNoyau& operator=(TableChaineNoyau const& autre);
     virtual ~TableChaineNoyau();
 
     // Remplace l'arbre par une racine seule.
@@ -50,6 +46,13 @@ public:
     Noeud const* DonneRacine() const noexcept { return _racine; }
 
 protected:
+    // Sans racine : la table dérivée la crée (Vide) une fois son type de nœud disponible.
+    TableChaineNoyau() = default;
+    // Copies réservées aux tables dérivées : une affectation entre deux types de tables
+    // mêlerait leurs types de nœuds.
+    TableChaineNoyau(TableChaineNoyau const& autre);
+    TableChaineNoyau& operator=(TableChaineNoyau const& autre);
+
     // Nœud du type de la table, portant ces unités, sans lien ni drapeau.
     virtual Noeud* CreeNoeud(ChaineN const& cars) const = 0;
 
