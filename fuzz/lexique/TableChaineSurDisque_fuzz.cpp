@@ -1,0 +1,87 @@
+// Consultation sur disque d'octets quelconques : en place sur un tampon et octet par octet sur
+// un flux séquentiel, chaque question reçoit la même réponse ou la même erreur.
+// Une zone qui dépasse les données n'est refusée d'emblée que sur le tampon. Les questions
+// sont tirées des octets eux-mêmes.
+
+#include "noyau/chaines/ChaineN.h"
+#include "noyau/erreurs/Exceptions.h"
+#include "noyau/flux/TamponMemoire.h"
+#include "noyau/lexique/TableChaineSurDisqueNoyau.h"
+
+#include <QString>
+
+#include <cstdlib>
+#include <string>
+#include <typeinfo>
+
+namespace {
+
+class FluxSequentiel : public sdd::FluxEntree
+{
+public:
+    FluxSequentiel(unsigned char const* octets, std::size_t taille)
+        : _octets(octets), _taille(static_cast<unsigned int>(taille))
+    {
+    }
+    bool EstALaFin() const override { return _position >= _taille; }
+    unsigned int DonnePosition() const override { return _position; }
+    unsigned char Donne() override { return EstALaFin() ? 0 : _octets[_position++]; }
+    unsigned int Donne(unsigned int n, unsigned char* dest) override
+    {
+        unsigned int i = 0;
+        for (; i < n && !EstALaFin(); ++i) {
+            dest[i] = Donne();
+        }
+        return i;
+    }
+    void PositionneAuDebut() override { _position = 0; }
+    void Positionne(unsigned int position) override { _position = position; }
+    void PositionneALaFin() override { _position = _taille; }
+
+private:
+    unsigned char const* _octets;
+    unsigned int _taille;
+    unsigned int _position = 0;
+};
+
+// La réponse, ou le nom de l'erreur suivi de son explication.
+template <typename Question> std::string Reponse(Question question)
+{
+    try {
+        return question() ? "oui" : "non";
+    } catch (sdd::exceptions::Exception const& e) {
+        return std::string(typeid(e).name()) + QString(e.Explication()).toStdString();
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(unsigned char const* donnees, std::size_t taille)
+{
+    sdd::TamponMemoire memoire(const_cast<char*>(reinterpret_cast<char const*>(donnees)),
+                               static_cast<int>(taille), false);
+    FluxSequentiel sequentiel(donnees, taille);
+    sdd::TableChaineSurDisqueNoyau enPlace, parOctets;
+    std::string const a = Reponse([&] { enPlace.Init(&memoire, 0); return true; });
+    std::string const b = Reponse([&] { parOctets.Init(&sequentiel, 0); return true; });
+    // Le flux séquentiel ne connaît pas sa taille : il accepte aussi une zone trop longue.
+    if (a == "oui" && b != "oui") {
+        std::abort();
+    }
+    if (a != "oui") {
+        return 0;
+    }
+    // Questions : la chaîne vide, puis des morceaux UTF-8 de la fin des données.
+    for (std::size_t debut = taille; debut + 12 >= taille && debut <= taille; --debut) {
+        sdd::ChaineN const question(reinterpret_cast<char const*>(donnees + debut),
+                                    sdd::ChaineN::kUTF8, taille - debut);
+        if (Reponse([&] { return enPlace.Possede(question); }) !=
+            Reponse([&] { return parOctets.Possede(question); })) {
+            std::abort();
+        }
+        if (debut == 0) {
+            break;
+        }
+    }
+    return 0;
+}

@@ -1,0 +1,198 @@
+#include "AideTableChaine.h"
+
+#include "noyau/lexique/TableChaine.h"
+#include "noyau/lexique/TableChaineSurDisqueNoyau.h"
+#include "noyau/lexique/TableChaineT.h"
+
+#include <random>
+
+using aide::N;
+using aide::Octets;
+using sdd::TableChaine;
+using sdd::TableChaineSurDisqueNoyau;
+using sdd::exceptions::TableNonValide;
+
+namespace {
+
+// Les voisins d'une chaîne présente : préfixes, prolongements, une unité changée.
+std::vector<std::u16string> Voisins(std::u16string const& s)
+{
+    std::vector<std::u16string> v;
+    for (std::size_t i = 0; i < s.size(); ++i) {
+        v.push_back(s.substr(0, i));
+        std::u16string autre = s;
+        autre[i] = static_cast<char16_t>(autre[i] + 1);
+        v.push_back(autre);
+    }
+    v.push_back(s + u"s");
+    v.push_back(s + u"é");
+    return v;
+}
+
+std::string RefusDePossede(Octets octets, std::u16string const& chaine)
+{
+    aide::Emprunt e(octets);
+    try {
+        TableChaineSurDisqueNoyau disque(&e.flux, 0);
+        disque.Possede(N(chaine));
+    } catch (TableNonValide const& ex) {
+        return aide::Explication(ex);
+    }
+    return "accepté";
+}
+
+} // namespace
+
+TEST(TableChaineSurDisqueNoyau, CasLimites)
+{
+    TableChaine vide;
+    Octets forme = aide::Ecris(vide);
+    aide::Emprunt e(forme);
+    TableChaineSurDisqueNoyau disque(&e.flux, 0);
+    EXPECT_FALSE(disque.Possede(sdd::kChaineNNulle));
+    EXPECT_FALSE(disque.Possede(N(u"a")));
+
+    TableChaine t;
+    t.TrouveEmplacementEtInsere(sdd::kChaineNNulle);
+    t.TrouveEmplacementEtInsere(N(u"abcd"));
+    Octets forme2 = aide::Ecris(t);
+    aide::Emprunt e2(forme2);
+    disque.Init(&e2.flux, 0);
+    EXPECT_EQ(disque.Taille(), 2u);
+    EXPECT_TRUE(disque.Possede(sdd::kChaineNNulle));
+    EXPECT_TRUE(disque.Possede(N(u"abcd")));
+    EXPECT_FALSE(disque.Possede(N(u"ab"))); // finit au milieu d'une suite
+    EXPECT_FALSE(disque.Possede(N(u"abcde")));
+
+    EXPECT_THROW(TableChaineSurDisqueNoyau().Possede(N(u"a")), sdd::exceptions::OperationInvalide);
+}
+
+// Chaque chaîne présente et beaucoup d'absentes, sur disque (en mémoire, sur un flux
+// séquentiel, en version 100) comme dans std::set.
+TEST(TableChaineSurDisqueNoyau, DifferentielMotsFrancais)
+{
+    auto const mots = aide::MotsFrancais(25);
+    ASSERT_GT(mots.size(), 13000u);
+    std::set<std::u16string> ref(mots.begin(), mots.end());
+    sdd::TableChaineT<std::uint32_t> t; // des données à sauter
+    for (auto const& m : mots) {
+        t.Insere(N(m), static_cast<std::uint32_t>(m.size()));
+    }
+    Octets forme(3, 0xAA); // la forme commence plus loin dans le flux
+    Octets const ecrite = aide::Ecris(t);
+    forme.insert(forme.end(), ecrite.begin(), ecrite.end());
+    aide::Emprunt memoire(forme);
+    TableChaineSurDisqueNoyau disque(&memoire.flux, 3);
+    EXPECT_EQ(disque.Taille(), ref.size());
+
+    aide::FluxSequentiel sequentiel(forme);
+    TableChaineSurDisqueNoyau surFlux(&sequentiel, 3);
+
+    TableChaine sansDonnee;
+    for (auto const& m : mots) {
+        sansDonnee.TrouveEmplacementEtInsere(N(m));
+    }
+    Octets v100 = aide::FormeV100(sansDonnee);
+    aide::Emprunt e100(v100);
+    TableChaineSurDisqueNoyau disque100(&e100.flux, 0);
+
+    std::size_t n = 0;
+    for (auto const& m : mots) {
+        ASSERT_TRUE(disque.Possede(N(m))) << QString::fromStdU16String(m).toStdString();
+        if (n++ % 16 == 0) {
+            ASSERT_TRUE(surFlux.Possede(N(m)));
+            ASSERT_TRUE(disque100.Possede(N(m)));
+            for (auto const& v : Voisins(m)) {
+                bool const attendu = ref.count(v) == 1;
+                ASSERT_EQ(disque.Possede(N(v)), attendu);
+                ASSERT_EQ(surFlux.Possede(N(v)), attendu);
+                ASSERT_EQ(disque100.Possede(N(v)), attendu);
+            }
+        }
+    }
+}
+
+// Hors des mots : U+FFFD, paires de demi-codets, suites non ASCII longues ; les deux lectures
+// (sur disque et en mémoire après relecture) donnent la même réponse. Une seule paire, pour
+// qu'aucune ne soit coupée entre deux nœuds (voir PaireCoupeeEntreDeuxNoeuds).
+TEST(TableChaineSurDisqueNoyau, AccordAvecLaRelectureEnMemoire)
+{
+    std::mt19937 hasard(3);
+    std::vector<std::u16string> const lettres{u"a", u"é", u"\uFFFD", u"\U0001F600", u"\u00A0", u"z"};
+    auto const chaine = [&] {
+        std::u16string s;
+        for (int n = std::uniform_int_distribution<int>(0, 9)(hasard); n > 0; --n) {
+            s += lettres[hasard() % lettres.size()];
+        }
+        return s;
+    };
+    for (int tour = 0; tour < 10; ++tour) {
+        TableChaine t;
+        for (int i = 0; i < 300; ++i) {
+            t.TrouveEmplacementEtInsere(N(chaine()));
+        }
+        Octets forme = aide::Ecris(t);
+        aide::Emprunt e(forme);
+        TableChaineSurDisqueNoyau disque(&e.flux, 0);
+        TableChaine relue;
+        sdd::TamponMemoire copie(16);
+        copie.Mets(forme.data(), static_cast<unsigned int>(forme.size()));
+        copie.PositionneAuDebut();
+        sdd::Serialiseur<sdd::TableChaineNoyau>::Lis(copie, &relue);
+        for (int i = 0; i < 1000; ++i) {
+            std::u16string const s = chaine();
+            ASSERT_EQ(disque.Possede(N(s)), relue.Possede(N(s)));
+        }
+    }
+}
+
+TEST(TableChaineSurDisqueNoyau, FormesRefusees)
+{
+    TableChaine t;
+    t.TrouveEmplacementEtInsere(N(u"mot"));
+    Octets forme = aide::Ecris(t);
+    forme[1] = 1;
+    EXPECT_EQ(RefusDePossede(forme, u"mot"), "Version non gérée");
+    // Racine dont l'enfant est elle-même : la consultation ne tourne pas sans fin.
+    Octets const boucle{0x6E, 0, 0, 0, 0, 0, 0x80, 0x83, 0, 0x04, 0x80};
+    EXPECT_EQ(RefusDePossede(boucle, u"x"), "Boucle dans la structure de chaines");
+    Octets const hors{0x6E, 0, 0, 0, 0, 0, 0x80, 0x83, 0, 0x04, 0x83};
+    EXPECT_EQ(RefusDePossede(hors, u"x"), "Position hors de la structure de chaines");
+    Octets const courte{0x6E, 0, 0, 0, 0, 0, 0x80, 0x84, 0, 0};
+    EXPECT_EQ(RefusDePossede(courte, u"x"), "La structure de chaines dépasse la fin des données");
+    EXPECT_THROW(RefusDePossede({0x6E, 0, 0}, u"x"), sdd::exceptions::ErreurDeserialisation);
+
+    // Un Init refusé laisse la table telle qu'elle était.
+    Octets bonne = aide::Ecris(t);
+    aide::Emprunt e(bonne);
+    TableChaineSurDisqueNoyau disque(&e.flux, 0);
+    Octets mauvaise = boucle;
+    mauvaise[0] = 0;
+    aide::Emprunt m(mauvaise);
+    EXPECT_THROW(disque.Init(&m.flux, 0), TableNonValide);
+    EXPECT_TRUE(disque.Possede(N(u"mot")));
+}
+
+// Octets abîmés au hasard : chaque question répond ou lève une exception de la bibliothèque.
+TEST(TableChaineSurDisqueNoyau, OctetsAbimes)
+{
+    TableChaine t;
+    for (auto const* s : {u"porte", u"portes", u"portée", u"pré", u"", u"zèbre"}) {
+        t.TrouveEmplacementEtInsere(N(s));
+    }
+    Octets const forme = aide::Ecris(t);
+    std::mt19937 hasard(13);
+    for (int i = 0; i < 5000; ++i) {
+        Octets abime = forme;
+        for (int j = 0; j <= i % 3; ++j) {
+            abime[hasard() % abime.size()] = static_cast<unsigned char>(hasard());
+        }
+        aide::Emprunt e(abime);
+        for (auto const* s : {u"porte", u"portée", u"p", u"zèbres", u""}) {
+            try {
+                TableChaineSurDisqueNoyau(&e.flux, 0).Possede(N(s));
+            } catch (sdd::exceptions::Exception const&) {
+            }
+        }
+    }
+}

@@ -1,0 +1,237 @@
+#include "AideTableChaine.h"
+
+#include "noyau/lexique/TableChaine.h"
+#include "noyau/lexique/TableChaineT.h"
+
+#include <random>
+
+using aide::N;
+using aide::Noeud;
+using aide::U;
+using sdd::ChaineN;
+using sdd::TableChaine;
+
+namespace {
+
+// Les suites des enfants d'un nœud, dans l'ordre.
+std::vector<std::u16string> Enfants(Noeud const* n)
+{
+    std::vector<std::u16string> suites;
+    for (Noeud const* e = n->DonnePremierEnfant(); e; e = e->DonneSuivant()) {
+        suites.emplace_back(e->Cars());
+    }
+    return suites;
+}
+
+using Cas = std::vector<std::u16string>;
+
+} // namespace
+
+TEST(TableChaine, TableVideEtChaineVide)
+{
+    TableChaine t;
+    EXPECT_EQ(t.Taille(), 0u);
+    EXPECT_FALSE(t.Possede(sdd::kChaineNNulle));
+    sdd::TableChaineNoyau::__Iterateur it(t);
+    EXPECT_FALSE(it.Prochain());
+    EXPECT_TRUE(it.Clef().EstVide());
+
+    bool deja = true;
+    t.TrouveEmplacementEtInsere(sdd::kChaineNNulle, &deja);
+    EXPECT_FALSE(deja);
+    EXPECT_TRUE(t.DonneRacine()->EstTerminal());
+    EXPECT_TRUE(t.Possede(sdd::kChaineNNulle));
+    EXPECT_EQ(aide::Chaines(t), Cas{u""});
+    EXPECT_TRUE(t.Supprime(sdd::kChaineNNulle));
+    EXPECT_FALSE(t.Supprime(sdd::kChaineNNulle));
+    EXPECT_EQ(t.Taille(), 0u);
+}
+
+TEST(TableChaine, ScissionsEtFusions)
+{
+    TableChaine t;
+    bool deja = true;
+    t.TrouveEmplacementEtInsere(N(u"abx"), &deja);
+    EXPECT_FALSE(deja);
+    t.TrouveEmplacementEtInsere(N(u"aby"));
+    EXPECT_EQ(Enfants(t.DonneRacine()), Cas{u"ab"});
+    Noeud const* ab = t.DonneRacine()->DonnePremierEnfant();
+    EXPECT_EQ(Enfants(ab), (Cas{u"x", u"y"}));
+    EXPECT_FALSE(ab->EstTerminal());
+    t.TrouveEmplacementEtInsere(N(u"ab"));
+    EXPECT_EQ(t.DonneRacine()->DonnePremierEnfant(), ab); // seulement marqué terminal
+    EXPECT_TRUE(ab->EstTerminal());
+    t.TrouveEmplacementEtInsere(N(u"ab"), &deja);
+    EXPECT_TRUE(deja);
+    EXPECT_EQ(t.Taille(), 3u);
+
+    // abcd puis ab : ab terminal, un seul enfant cd terminal.
+    TableChaine u;
+    u.TrouveEmplacementEtInsere(N(u"abcd"));
+    u.TrouveEmplacementEtInsere(N(u"ab"));
+    ab = u.DonneRacine()->DonnePremierEnfant();
+    EXPECT_EQ(Enfants(u.DonneRacine()), Cas{u"ab"});
+    EXPECT_EQ(Enfants(ab), Cas{u"cd"});
+    EXPECT_TRUE(ab->EstTerminal());
+    EXPECT_TRUE(ab->DonnePremierEnfant()->EstTerminal());
+    EXPECT_FALSE(u.Possede(N(u"abc")));
+    EXPECT_FALSE(u.Supprime(N(u"abc"))); // préfixe seulement : rien ne change
+    // Retirer ab refond ab et cd.
+    EXPECT_TRUE(u.Supprime(N(u"ab")));
+    EXPECT_EQ(Enfants(u.DonneRacine()), Cas{u"abcd"});
+    EXPECT_EQ(u.Taille(), 1u);
+
+    // Une feuille retirée refond le parent non terminal avec l'enfant qui reste...
+    TableChaine v;
+    for (auto const* s : {u"xay", u"xaz", u"xb"}) {
+        v.TrouveEmplacementEtInsere(N(s));
+    }
+    EXPECT_TRUE(v.Supprime(N(u"xb")));
+    EXPECT_EQ(Enfants(v.DonneRacine()), Cas{u"xa"});
+    EXPECT_EQ(Enfants(v.DonneRacine()->DonnePremierEnfant()), (Cas{u"y", u"z"}));
+    // ... mais jamais la racine.
+    EXPECT_TRUE(v.Supprime(N(u"xaz")));
+    EXPECT_EQ(Enfants(v.DonneRacine()), Cas{u"xay"});
+    EXPECT_TRUE(v.Supprime(N(u"xay")));
+    EXPECT_EQ(v.DonneRacine()->DonnePremierEnfant(), nullptr);
+
+    // Une clef qui finit dans une suite la coupe comme frère précédent.
+    TableChaine w;
+    for (auto const* s : {u"b", u"abc", u"a"}) {
+        w.TrouveEmplacementEtInsere(N(s));
+    }
+    EXPECT_EQ(Enfants(w.DonneRacine()), (Cas{u"a", u"b"}));
+    EXPECT_EQ(Enfants(w.DonneRacine()->DonnePremierEnfant()), Cas{u"bc"});
+}
+
+TEST(TableChaine, CopieIndependante)
+{
+    TableChaine t;
+    for (auto const* s : {u"chat", u"chien", u"château", u""}) {
+        t.TrouveEmplacementEtInsere(N(s));
+    }
+    TableChaine copie(t);
+    TableChaine affectee;
+    affectee.TrouveEmplacementEtInsere(N(u"autre"));
+    affectee = t;
+    t.Supprime(N(u"chat"));
+    for (TableChaine const* c : {&copie, &affectee}) {
+        EXPECT_EQ(c->Taille(), 4u);
+        EXPECT_EQ(aide::Chaines(*c), (Cas{u"", u"chat", u"chien", u"château"}));
+    }
+    affectee = affectee;
+    EXPECT_EQ(affectee.Taille(), 4u);
+}
+
+// Suites d'opérations au hasard, comparées à std::set : appartenance, taille, ordre, forme.
+TEST(TableChaine, DifferentielContreStdSet)
+{
+    std::mt19937 hasard(5);
+    // Peu de lettres, dont une hors ASCII et une demi-paire : beaucoup de préfixes communs.
+    std::u16string const lettres = u"abcé\xD83D";
+    auto const chaine = [&] {
+        std::u16string s(std::uniform_int_distribution<int>(0, 6)(hasard), u'a');
+        for (auto& c : s) {
+            c = lettres[std::uniform_int_distribution<std::size_t>(0, lettres.size() - 1)(hasard)];
+        }
+        return s;
+    };
+    for (int tour = 0; tour < 20; ++tour) {
+        TableChaine t;
+        std::set<std::u16string> ref;
+        for (int i = 0; i < 400; ++i) {
+            std::u16string const s = chaine();
+            if (hasard() % 3 == 0) {
+                EXPECT_EQ(t.Supprime(N(s)), ref.erase(s) == 1);
+            } else {
+                bool deja = false;
+                Noeud* n = t.TrouveEmplacementEtInsere(N(s), &deja);
+                EXPECT_EQ(deja, !ref.insert(s).second);
+                EXPECT_EQ(n, t.TrouveEmplacement(N(s)));
+            }
+            ASSERT_EQ(t.Taille(), ref.size());
+        }
+        for (int i = 0; i < 200; ++i) {
+            std::u16string const s = chaine();
+            EXPECT_EQ(t.Possede(N(s)), ref.count(s) == 1);
+        }
+        EXPECT_EQ(aide::Chaines(t), std::vector<std::u16string>(ref.begin(), ref.end()));
+        EXPECT_EQ(aide::VerifieArbre(t.DonneRacine()), ref.size());
+    }
+}
+
+TEST(TableChaine, MotsFrancais)
+{
+    auto const mots = aide::MotsFrancais(5);
+    ASSERT_GT(mots.size(), 60000u);
+    TableChaine t;
+    std::set<std::u16string> ref;
+    for (auto const& m : mots) {
+        t.TrouveEmplacementEtInsere(N(m));
+        ref.insert(m);
+    }
+    EXPECT_EQ(t.Taille(), ref.size());
+    EXPECT_EQ(aide::Chaines(t), std::vector<std::u16string>(ref.begin(), ref.end()));
+    EXPECT_EQ(aide::VerifieArbre(t.DonneRacine()), ref.size());
+    // Les mots sautés sont presque tous absents ; chacun comme std::set.
+    for (auto const& m : aide::MotsFrancais(3)) {
+        EXPECT_EQ(t.Possede(N(m)), ref.count(m) == 1);
+    }
+    // Tout retirer, un mot sur deux d'abord : l'arbre reste compressé.
+    std::size_t i = 0;
+    for (auto const& m : ref) {
+        if (i++ % 2 == 0) {
+            EXPECT_TRUE(t.Supprime(N(m)));
+        }
+    }
+    EXPECT_EQ(aide::VerifieArbre(t.DonneRacine()), t.Taille());
+    for (auto const& m : ref) {
+        t.Supprime(N(m));
+    }
+    EXPECT_EQ(t.Taille(), 0u);
+    EXPECT_EQ(t.DonneRacine()->DonnePremierEnfant(), nullptr);
+}
+
+TEST(TableChaineT, DonneesSuiventLesScissionsEtFusions)
+{
+    sdd::TableChaineT<std::int32_t> t;
+    EXPECT_EQ(t.Donne(N(u"abcd")), nullptr);
+    EXPECT_EQ(t.Insere(N(u"abcd"), 4), 4);
+    t.Insere(N(u"ab"), 2); // scission : cd garde 4
+    EXPECT_EQ(*t.Donne(N(u"abcd")), 4);
+    EXPECT_EQ(*t.Donne(N(u"ab")), 2);
+    EXPECT_EQ(t.Donne(N(u"abc")), nullptr);
+    t.Insere(N(u"ab"), 20); // remplace
+    EXPECT_EQ(*t.Donne(N(u"ab")), 20);
+    EXPECT_EQ(t.Taille(), 2u);
+    t.Supprime(N(u"ab")); // fusion : abcd garde 4
+    EXPECT_EQ(*t.Donne(N(u"abcd")), 4);
+    t.Insere(N(u"abx"), 7);
+    t.Supprime(N(u"abcd")); // ab non terminal refondu avec x
+    EXPECT_EQ(*t.Donne(N(u"abx")), 7);
+
+    sdd::TableChaineT<std::int32_t> const copie(t);
+    t.Insere(N(u"abx"), 8);
+    EXPECT_EQ(*copie.Donne(N(u"abx")), 7);
+    sdd::TableChaineNoyau::__Iterateur it(copie);
+    ASSERT_TRUE(it.Prochain());
+    EXPECT_EQ(U(it.Clef()), u"abx");
+    EXPECT_EQ(sdd::TableChaineT<std::int32_t>::DonneeDe(*it.DonneNoeud()), 7);
+    EXPECT_FALSE(it.Prochain());
+    ASSERT_TRUE(it.Prochain()); // repart du début
+    EXPECT_EQ(U(it.Clef()), u"abx");
+}
+
+// Un arbre profond (un niveau par chaîne) se copie, se parcourt et se détruit.
+TEST(TableChaine, ArbreTresProfondSansRecursion)
+{
+    TableChaine t;
+    std::u16string s;
+    for (int i = 0; i < 3000; ++i) { // 3000 niveaux suffisent à l'insertion (coût quadratique)
+        s.push_back(u'a');
+        t.TrouveEmplacementEtInsere(N(s));
+    }
+    TableChaine copie(t);
+    EXPECT_EQ(aide::Chaines(copie).size(), 3000u);
+    EXPECT_TRUE(copie.Possede(N(s)));
+}
