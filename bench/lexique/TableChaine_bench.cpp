@@ -243,8 +243,8 @@ void PossedeSurDisque_marisa(benchmark::State& etat)
 }
 
 int const kEnregistrement = [] {
-    Enregistre("Mots", Mots);
-    Enregistre("Entiers", Entiers);
+    Enregistre("TableChaineMots", Mots);
+    Enregistre("TableChaineEntiers", Entiers);
     return 0;
 }();
 

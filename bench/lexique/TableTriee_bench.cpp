@@ -147,7 +147,7 @@ template <typename Table, typename Clef> void Parcourt(benchmark::State& etat)
         ->Name("TableTriee" #Operation Nom "/Noyau")                                                \
         ->Unit(benchmark::kMillisecond);                                                            \
     BENCHMARK(Operation<StdMap<Clef>, Clef>)                                                        \
-        ->Name("TableTriee" #Operation Nom "/std::map")                                             \
+        ->Name("TableTriee" #Operation Nom "/StdMap")                                             \
         ->Unit(benchmark::kMillisecond)
 
 MESURE_TABLE(Insere, ChaineN, "Mots");
