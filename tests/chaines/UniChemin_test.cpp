@@ -18,7 +18,6 @@ TEST(UniChemin, ConstructionsEtAjoutDeComposant)
     EXPECT_EQ(Texte(UniChemin(std::string("caf\xE9"), UniChaine::kLatin9)), "café");
     EXPECT_EQ(Texte(UniChemin(u"/a/b", 2)), "/a");
     EXPECT_EQ(Texte(UniChemin(QStringLiteral("/q"))), "/q");
-    EXPECT_EQ(Texte(UniChemin(UniChaine("/u"))), "/u");
     EXPECT_EQ(Texte(kUniCheminSeparationChemin) + Texte(kUniCheminSeparationExtension), "/.");
     EXPECT_EQ(Texte(DonneUniChaineSeparationChemin()), "/");
 

@@ -1,11 +1,11 @@
 #include "noyau/compression/DecodageParBlocCompresse.h"
 #include "noyau/compression/EncodageParBlocCompresse.h"
 #include "noyau/erreurs/Exceptions.h"
+#include "noyau/flux/Fichier.h"
 #include "noyau/flux/FichierMMap.h"
 #include "noyau/flux/TamponMemoire.h"
 #include "noyau/flux/VarElias.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 #include <zlib.h>
@@ -25,9 +25,21 @@ using sdd::exceptions::ErreurDeserialisation;
 
 namespace {
 
-std::string Octets(TamponMemoire const& t)
+// Encode les éléments dans une zone neuve, en octets ou en chaînes UTF-8 ; rend la zone.
+std::string Encode(unsigned int taille, sdd::eTypeCompression type,
+                   std::vector<std::string> const& elements,
+                   std::vector<_typPositionEncodageBloc>& positions, bool chaines = false)
 {
-    return std::string(reinterpret_cast<char const*>(t.DonneDonnees()), t.DonneTaille());
+    TamponMemoire zone(256);
+    EncodageParBlocCompresse encodeur(&zone, taille, type);
+    positions.clear();
+    for (std::string const& e : elements) {
+        positions.push_back(
+            chaines ? encodeur.EncodeChaine(ChaineN(e.c_str(), ChaineN::kUTF8), ChaineN::kUTF8)
+                    : encodeur.EncodeOctets(e.data(), e.size()));
+    }
+    encodeur.TermineEncodage();
+    return std::string(reinterpret_cast<char const*>(zone.DonneDonnees()), zone.DonneTaille());
 }
 
 // Tampon qui compte les octets lus par blocs, pour voir le cache du décodeur.
@@ -42,16 +54,6 @@ struct TamponCompte : TamponMemoire
     }
     unsigned int lus = 0;
 };
-
-std::vector<std::string> MotsFrancais(std::size_t n)
-{
-    std::vector<std::string> mots;
-    std::ifstream liste("/usr/share/dict/french");
-    for (std::string mot; mots.size() < n && std::getline(liste, mot);) {
-        mots.push_back(mot);
-    }
-    return mots;
-}
 
 // Les blocs d'une zone, décomprimés par zlib elle-même et mis bout à bout ; chacun doit être
 // octet pour octet ce que compress donne de son contenu. plusLong : le plus long bloc stocké.
@@ -80,44 +82,32 @@ std::string BlocsSelonZlib(std::string const& zone, std::uint32_t& plusLong)
 TEST(BlocCompresse, DispositionAuxOctets)
 {
     // Taille 8, type 0 : la course de 4 octets ne tient plus après celle de 5.
-    TamponMemoire sortie(16);
-    EncodageParBlocCompresse encodeur(&sortie, 8, sdd::kSansCompression);
-    _typPositionEncodageBloc const a = encodeur.EncodeOctets("abcde", 5);
-    _typPositionEncodageBloc const b = encodeur.EncodeOctets("fghi", 4);
-    encodeur.TermineEncodage();
-    EXPECT_EQ(Octets(sortie), std::string("\x88\x00\x85", 3) + "abcde\x84" + "fghi");
-    EXPECT_EQ(std::vector<unsigned>({a.positionBloc, a.decalage, b.positionBloc, b.decalage}),
-              std::vector<unsigned>({2, 0, 8, 0}));
+    std::vector<_typPositionEncodageBloc> p;
+    EXPECT_EQ(Encode(8, sdd::kSansCompression, {"abcde", "fghi"}, p),
+              std::string("\x88\x00\x85", 3) + "abcde\x84" + "fghi");
+    EXPECT_EQ(
+        std::vector<unsigned>({p[0].positionBloc, p[0].decalage, p[1].positionBloc, p[1].decalage}),
+        std::vector<unsigned>({2, 0, 8, 0}));
 
     // Sans élément : l'en-tête (300 en VarElias) et un bloc vide ; comprimé, le bloc vide
     // est le flux zlib de rien.
-    TamponMemoire vide(16), videZlib(16);
-    EncodageParBlocCompresse(&vide, 300, sdd::kSansCompression).TermineEncodage();
-    EXPECT_EQ(Octets(vide), std::string("\x40\xAC\x00\x80", 4));
-    EncodageParBlocCompresse(&videZlib, 8, sdd::kCompressionZlib).TermineEncodage();
-    EXPECT_EQ(Octets(videZlib), std::string("\x88\x01\x88\x78\x9C\x03\0\0\0\0\x01", 11));
+    EXPECT_EQ(Encode(300, sdd::kSansCompression, {}, p), std::string("\x40\xAC\x00\x80", 4));
+    EXPECT_EQ(Encode(8, sdd::kCompressionZlib, {}, p),
+              std::string("\x88\x01\x88\x78\x9C\x03\0\0\0\0\x01", 11));
 
     // Chaînes : la place comptée est celle d'une longueur VarElias (1 octet ici) ;
     // 4 + 2 + 1 <= 8 : même bloc ; puis 7 + 2 + 1 > 8 : bloc suivant.
-    TamponMemoire chaines(16);
-    EncodageParBlocCompresse encodeurChaines(&chaines, 8, sdd::kSansCompression);
-    encodeurChaines.EncodeChaine(ChaineN(u"abc"), ChaineN::kUTF8);
-    auto const ab = encodeurChaines.EncodeChaine(ChaineN(u"ab"), ChaineN::kUTF8);
-    auto const x = encodeurChaines.EncodeChaine(ChaineN(u"é"), ChaineN::kUTF8);
-    encodeurChaines.TermineEncodage();
-    EXPECT_EQ(Octets(chaines), std::string("\x88\x00\x87", 3) + std::string("abc\0ab\0\x83", 8) +
-                                   std::string("\xC3\xA9\0", 3));
-    EXPECT_EQ(ab.decalage, 4u);
-    EXPECT_EQ(x.positionBloc, 10u);
+    EXPECT_EQ(Encode(8, sdd::kSansCompression, {"abc", "ab", "é"}, p, true),
+              std::string("\x88\x00\x87", 3) + std::string("abc\0ab\0\x83\xC3\xA9\0", 11));
+    EXPECT_EQ(p[1].decalage, 4u);
+    EXPECT_EQ(p[2].positionBloc, 10u);
 
     // Un élément plus grand que le bloc : un bloc vide le précède, puis il est relu entier.
-    TamponMemoire grand(16);
-    EncodageParBlocCompresse encodeurGrand(&grand, 4, sdd::kCompressionZlib);
     std::string const long_(100, 'z');
-    _typPositionEncodageBloc const g = encodeurGrand.EncodeOctets(long_.data(), long_.size());
-    encodeurGrand.TermineEncodage();
+    std::string grand = Encode(4, sdd::kCompressionZlib, {long_}, p);
+    TamponMemoire zone(grand.data(), int(grand.size()), false);
     std::string relu(100, ' ');
-    DecodageParBlocCompresse(&grand, 0).DecodeOctets(g, 100, relu.data());
+    DecodageParBlocCompresse(&zone, 0).DecodeOctets(p[0], 100, relu.data());
     EXPECT_EQ(relu, long_);
 }
 
@@ -156,7 +146,11 @@ TEST(BlocCompresse, TypeInconnuEtCache)
 
 TEST(BlocCompresse, AllerRetourDesMotsDansChaqueCodage)
 {
-    std::vector<std::string> const mots = MotsFrancais(1000);
+    std::vector<std::string> mots;
+    std::ifstream liste("/usr/share/dict/french");
+    for (std::string mot; mots.size() < 1000 && std::getline(liste, mot);) {
+        mots.push_back(mot);
+    }
     ASSERT_EQ(mots.size(), 1000u);
     for (auto const type : {sdd::kSansCompression, sdd::kCompressionZlib}) {
         for (unsigned int const taille : {16u, 100u, 4096u}) {
@@ -199,23 +193,20 @@ TEST(BlocCompresse, OctetsAuHasardSansPerte)
     // Des octets au hasard ne se comprennent pas : un bloc comprimé dépasse la taille de
     // bloc et doit être gardé entier.
     std::mt19937 hasard(64);
-    TamponMemoire zone(256);
-    EncodageParBlocCompresse encodeur(&zone, 64, sdd::kCompressionZlib);
-    std::vector<std::string> elements;
-    std::vector<_typPositionEncodageBloc> positions;
+    std::vector<std::string> elements(500);
     std::string toutes;
-    for (int i = 0; i < 500; ++i) {
-        std::string element(1 + hasard() % 60, '\0');
+    for (std::string& element : elements) {
+        element.resize(1 + hasard() % 60);
         std::generate(element.begin(), element.end(), [&] { return char(hasard()); });
-        positions.push_back(encodeur.EncodeOctets(element.data(), element.size()));
-        elements.push_back(element);
         toutes += element;
     }
-    encodeur.TermineEncodage();
+    std::vector<_typPositionEncodageBloc> positions;
+    std::string octets = Encode(64, sdd::kCompressionZlib, elements, positions);
     std::uint32_t plusLong = 0;
-    EXPECT_EQ(BlocsSelonZlib(Octets(zone), plusLong), toutes);
+    EXPECT_EQ(BlocsSelonZlib(octets, plusLong), toutes);
     EXPECT_GT(plusLong, 64u);
 
+    TamponMemoire zone(octets.data(), int(octets.size()), false);
     DecodageParBlocCompresse decodeur(&zone, 0);
     for (std::size_t i = 0; i < elements.size(); ++i) {
         std::string lu(elements[i].size(), ' ');
@@ -226,11 +217,9 @@ TEST(BlocCompresse, OctetsAuHasardSansPerte)
 
 TEST(BlocCompresse, ZonesAbimees)
 {
-    TamponMemoire zone(256);
-    EncodageParBlocCompresse encodeur(&zone, 32, sdd::kCompressionZlib);
-    auto const p = encodeur.EncodeChaine(ChaineN(u"bonjour"), ChaineN::kUTF8);
-    encodeur.TermineEncodage();
-    std::string const bonne = Octets(zone);
+    std::vector<_typPositionEncodageBloc> positions;
+    std::string const bonne = Encode(32, sdd::kCompressionZlib, {"bonjour"}, positions, true);
+    _typPositionEncodageBloc const p = positions[0];
 
     // n == 0 : une chaîne ; sinon n octets.
     auto const essaie = [](std::string octets, _typPositionEncodageBloc position,
@@ -251,11 +240,9 @@ TEST(BlocCompresse, ZonesAbimees)
 
     // Sur une projection, un bloc tronqué est la même erreur (et non IndexHorsBorne).
     QTemporaryDir dossier;
-    QFile fichier(dossier.filePath("zone"));
-    ASSERT_TRUE(fichier.open(QIODevice::WriteOnly));
-    fichier.write(bonne.data(), qint64(bonne.size() - 3));
-    fichier.close();
-    sdd::FichierMMap projection{UniChemin(fichier.fileName())};
+    UniChemin const chemin(dossier.filePath("zone"));
+    sdd::Fichier(chemin, sdd::Fichier::kEcriture).Ecris(bonne.data(), int(bonne.size() - 3));
+    sdd::FichierMMap projection(chemin);
     ChaineN lue;
     EXPECT_THROW(DecodageParBlocCompresse(&projection, 0).DecodeChaine(p, lue, ChaineN::kUTF8),
                  ErreurDeserialisation);
