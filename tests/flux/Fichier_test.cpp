@@ -44,56 +44,41 @@ protected:
 
 TEST_F(FichierTest, MarquesOrdreOctets)
 {
-    struct Cas
-    {
-        std::string octets;
-        unsigned int position; // après l'ouverture
-        UniChaine::Codage codage;
-        ChaineN::Codage codageChaineN;
-    };
-    auto const sansMarque = [](std::string octets) {
-        return Cas{octets, 0, UniChaine::kUTF8, ChaineN::kCodageDefautPlateforme};
-    };
-    Cas const cas[] = {
-        {"\xEF\xBB\xBFZ", 3, UniChaine::kUTF8, ChaineN::kUTF8},
-        {std::string("\xFE\xFF\0Z", 4), 2, UniChaine::kUTF16, ChaineN::kUTF16BE},
-        // Volontaire : le 5A lu pour tester FF FE 00 00 n'est pas rendu.
-        {std::string("\xFF\xFEZ\0", 4), 3, UniChaine::kUTF16, ChaineN::kUTF16LE},
-        {"\xFF\xFE", 2, UniChaine::kUTF16, ChaineN::kUTF16LE},
-        sansMarque(std::string("\xFF\xFE\0\0", 4)),
-        sansMarque(std::string("\0\0\xFE\xFF", 4)),
-        sansMarque("\x0E\xFE\xFFZ"),
-        sansMarque("\x2B\x2F\x76Z"),
-        sansMarque("\xDD\x73\x66\x73"),
-        sansMarque("\xFB\xEEZ"),
-        sansMarque("\xEF\xBBZ"),
-        sansMarque("texte"),
-        sansMarque(""),
-    };
-    for (auto const& c : cas) {
-        SCOPED_TRACE(testing::PrintToString(c.octets));
-        UniChemin const chemin = Ecris("bom", c.octets);
+    // Position et codages après ouverture d'un fichier fait de ces octets.
+    auto const verifie = [this](std::string const& octets, unsigned int position,
+                                UniChaine::Codage codage, ChaineN::Codage codageChaineN) {
+        SCOPED_TRACE(testing::PrintToString(octets));
+        UniChemin const chemin = Ecris("bom", octets);
         Fichier applique;
         applique.OuvreEnLectureSeule(chemin);
         EXPECT_TRUE(applique.EstEnBonEtat());
-        EXPECT_EQ(applique.DonnePosition(), c.position);
-        EXPECT_EQ(applique.DonneCodage(), c.codage);
-        EXPECT_EQ(applique.DonneCodageChaineN(), c.codageChaineN);
-        EXPECT_EQ(applique.DonneTaille(), c.octets.size());
+        EXPECT_EQ(applique.DonnePosition(), position);
+        EXPECT_EQ(applique.DonneCodage(), codage);
+        EXPECT_EQ(applique.DonneCodageChaineN(), codageChaineN);
+        EXPECT_EQ(applique.DonneTaille(), octets.size());
+        // La lecture reprend juste après la marque ; 0 à la fin.
+        EXPECT_EQ(applique.Donne(),
+                  position < octets.size() ? static_cast<unsigned char>(octets[position]) : 0);
 
         // Ouvre passe la marque sans toucher au codage donné.
         Fichier passe(chemin, Fichier::kLecture, UniChaine::kLatin9);
-        EXPECT_EQ(passe.DonnePosition(), c.position);
+        EXPECT_EQ(passe.DonnePosition(), position);
         EXPECT_EQ(passe.DonneCodage(), UniChaine::kLatin9);
         EXPECT_EQ(passe.DonneCodageChaineN(), ChaineN::kLatin9);
         EXPECT_EQ(Fichier(chemin, Fichier::kLecture, UniChaine::kUTF8, true).DonnePosition(), 0u);
+    };
+    verifie("\xEF\xBB\xBFZ", 3, UniChaine::kUTF8, ChaineN::kUTF8);
+    verifie(std::string("\xFE\xFF\0Z", 4), 2, UniChaine::kUTF16, ChaineN::kUTF16BE);
+    // Volontaire : le 5A lu pour tester FF FE 00 00 n'est pas rendu ; le texte reprend à 00.
+    verifie(std::string("\xFF\xFEZ\0B\0", 6), 3, UniChaine::kUTF16, ChaineN::kUTF16LE);
+    verifie("\xFF\xFE", 2, UniChaine::kUTF16, ChaineN::kUTF16LE);
+    for (std::string const& sansMarque :
+         {std::string("\xFF\xFE\0\0", 4), std::string("\0\0\xFE\xFF", 4),
+          std::string("\x0E\xFE\xFFZ"), std::string("\x2B\x2F\x76Z"),
+          std::string("\xDD\x73\x66\x73"), std::string("\xFB\xEEZ"), std::string("\xEF\xBBZ"),
+          std::string("texte"), std::string()}) {
+        verifie(sansMarque, 0, UniChaine::kUTF8, ChaineN::kCodageDefautPlateforme);
     }
-
-    // FF FE 5A 00 42 00 : le texte commence à l'octet 00.
-    Fichier utf16;
-    utf16.OuvreEnLectureSeule(Ecris("le", std::string("\xFF\xFEZ\0B\0", 6)));
-    EXPECT_EQ(utf16.Donne(), 0);
-    EXPECT_EQ(utf16.Donne(), 'B');
 
     int n = 0;
     std::unique_ptr<char[]> const bom(Fichier::DonneBOMUTF8(n));
