@@ -11,8 +11,16 @@ std::string Texte(UniChaine const& u)
 
 } // namespace
 
-TEST(UniChemin, AjouteComposant)
+TEST(UniChemin, ConstructionsEtAjoutDeComposant)
 {
+    EXPECT_TRUE(UniChemin().EstVide());
+    EXPECT_EQ(Texte(UniChemin("/tmp/abc", UniChaine::kUTF8, 4)), "/tmp");
+    EXPECT_EQ(Texte(UniChemin(std::string("caf\xE9"), UniChaine::kLatin9)), "café");
+    EXPECT_EQ(Texte(UniChemin(u"/a/b", 2)), "/a");
+    EXPECT_EQ(Texte(UniChemin(QStringLiteral("/q"))), "/q");
+    EXPECT_EQ(Texte(kUniCheminSeparationChemin) + Texte(kUniCheminSeparationExtension), "/.");
+    EXPECT_EQ(Texte(DonneUniChaineSeparationChemin()), "/");
+
     struct Cas
     {
         char const* chemin;
@@ -27,6 +35,7 @@ TEST(UniChemin, AjouteComposant)
         {"é", "ü", "é/ü"},  {"/x/y", "z.txt", "/x/y/z.txt"},
     };
     for (auto const& c : cas) {
+        SCOPED_TRACE(std::string(c.chemin) + " + " + c.composant);
         UniChemin const chemin(c.chemin);
         EXPECT_EQ(Texte(chemin.DonneChaineEnAjoutantComposantChemin(c.composant)), c.attendu);
         EXPECT_EQ(Texte(chemin), c.chemin); // le jumeau const ne touche à rien
@@ -34,20 +43,6 @@ TEST(UniChemin, AjouteComposant)
         EXPECT_EQ(&modifie.AjouteComposantChemin(UniChemin(c.composant)), &modifie);
         EXPECT_EQ(Texte(modifie), c.attendu);
     }
-}
-
-TEST(UniChemin, Constructions)
-{
-    EXPECT_TRUE(UniChemin().EstVide());
-    EXPECT_EQ(Texte(UniChemin("/tmp/abc", UniChaine::kUTF8, 4)), "/tmp");
-    EXPECT_EQ(Texte(UniChemin(std::string("caf\xE9"), UniChaine::kLatin9)), "café");
-    EXPECT_EQ(Texte(UniChemin(u"/a/b", 2)), "/a");
-    EXPECT_EQ(Texte(UniChemin(QStringLiteral("/q"))), "/q");
-    UniChemin const depuisUniChaine(UniChaine("/u"));
-    UniChemin copie(depuisUniChaine);
-    EXPECT_EQ(Texte(copie), "/u");
-    copie = UniChemin("/v");
-    EXPECT_EQ(QString(copie), QStringLiteral("/v"));
 }
 
 TEST(UniChemin, ComposantsEtExtensions)
@@ -63,16 +58,10 @@ TEST(UniChemin, ComposantsEtExtensions)
     EXPECT_EQ(composants("a//b/"), "[a][][b][]");
     EXPECT_EQ(composants(""), "[]");
 
-    struct Cas
-    {
-        char const* chemin;
-        char const* dernier;
-        char const* sansDernier;
-        char const* extension;
-        char const* sansExtension;
-        char const* dernierSansExtension;
-    };
-    Cas const cas[] = {
+    // Chemin, puis ce qu'en rendent DonneDernierComposantChemin,
+    // DonneChaineEnEnlevantDernierComposantChemin, DonneExtension,
+    // DonneChaineEnEnlevantExtension et DonneDernierComposantCheminSaufExtension.
+    char const* const cas[][6] = {
         {"/a", "a", "/", "", "/a", "a"},
         {"a", "a", "", "", "a", "a"},
         {"/x/f.txt", "f.txt", "/x", "txt", "/x/f", "f"},
@@ -83,14 +72,13 @@ TEST(UniChemin, ComposantsEtExtensions)
         {"", "", "", "", "", ""},
     };
     for (auto const& c : cas) {
-        UniChemin const chemin(c.chemin);
-        EXPECT_EQ(Texte(chemin.DonneDernierComposantChemin()), c.dernier) << c.chemin;
-        EXPECT_EQ(Texte(chemin.DonneChaineEnEnlevantDernierComposantChemin()), c.sansDernier)
-            << c.chemin;
-        EXPECT_EQ(Texte(chemin.DonneExtension()), c.extension) << c.chemin;
-        EXPECT_EQ(Texte(chemin.DonneChaineEnEnlevantExtension()), c.sansExtension) << c.chemin;
-        EXPECT_EQ(Texte(chemin.DonneDernierComposantCheminSaufExtension()), c.dernierSansExtension)
-            << c.chemin;
+        SCOPED_TRACE(c[0]);
+        UniChemin const chemin(c[0]);
+        EXPECT_EQ(Texte(chemin.DonneDernierComposantChemin()), c[1]);
+        EXPECT_EQ(Texte(chemin.DonneChaineEnEnlevantDernierComposantChemin()), c[2]);
+        EXPECT_EQ(Texte(chemin.DonneExtension()), c[3]);
+        EXPECT_EQ(Texte(chemin.DonneChaineEnEnlevantExtension()), c[4]);
+        EXPECT_EQ(Texte(chemin.DonneDernierComposantCheminSaufExtension()), c[5]);
     }
 
     UniChemin f("/x/f");
@@ -100,9 +88,4 @@ TEST(UniChemin, ComposantsEtExtensions)
     UniChemin const fixe("g");
     EXPECT_EQ(Texte(fixe.AjouteExtension(UniChemin("h"))), "g.h");
     EXPECT_EQ(Texte(fixe), "g");
-
-    EXPECT_EQ(Texte(kUniCheminSeparationChemin), "/");
-    EXPECT_EQ(Texte(kUniCheminSeparationExtension), ".");
-    EXPECT_EQ(Texte(DonneUniChaineSeparationChemin()), "/");
-    EXPECT_EQ(Texte(UniChemin("/a/b").NormaliseSeparateurs()), "/a/b");
 }

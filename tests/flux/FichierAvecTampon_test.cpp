@@ -11,57 +11,47 @@
 using sdd::Fichier;
 using sdd::FichierAvecTampon;
 
-namespace {
-
-std::string Lis(UniChemin const& chemin)
-{
-    QFile f(chemin);
-    EXPECT_TRUE(f.open(QIODevice::ReadOnly));
-    return f.readAll().toStdString();
-}
-
-} // namespace
-
 TEST(FichierAvecTampon, EcritureMeleeEtVidage)
 {
     QTemporaryDir dossier;
     UniChemin const chemin(dossier.filePath("ecrit"));
+    auto const lis = [&] {
+        QFile f(chemin);
+        EXPECT_TRUE(f.open(QIODevice::ReadOnly));
+        return f.readAll().toStdString();
+    };
     std::mt19937 hasard(3);
     std::string attendu;
     {
         FichierAvecTampon f(chemin, Fichier::kEcriture);
         // Octets seuls, petits blocs, blocs plus grands que le tampon : tout passe dans l'ordre.
-        while (attendu.size() < 400000) {
+        while (attendu.size() < 200000) {
+            std::size_t const avant = attendu.size();
             switch (hasard() % 3) {
-            case 0: {
-                unsigned char const c = static_cast<unsigned char>(hasard());
-                f.Mets(c);
-                attendu += char(c);
+            case 0:
+                attendu += char(hasard());
+                f.Mets(static_cast<unsigned char>(attendu.back()));
                 break;
-            }
-            case 1: {
-                std::string const bloc(hasard() % 300, char('a' + hasard() % 26));
-                f.Ecris(bloc.data(), int(bloc.size()));
-                attendu += bloc;
+            case 1:
+                attendu += std::string(hasard() % 300, char('a' + hasard() % 26));
+                f.Ecris(attendu.data() + avant, int(attendu.size() - avant));
                 break;
-            }
-            default: {
-                std::string const bloc(FichierAvecTampon::kTailleTampon + hasard() % 1000, 'Z');
-                f.Mets(reinterpret_cast<unsigned char const*>(bloc.data()), unsigned(bloc.size()));
-                attendu += bloc;
-            }
+            default:
+                attendu += std::string(FichierAvecTampon::kTailleTampon + hasard() % 1000, 'Z');
+                f.Mets(reinterpret_cast<unsigned char const*>(attendu.data() + avant),
+                       unsigned(attendu.size() - avant));
             }
             ASSERT_EQ(f.DonnePosition(), attendu.size());
         }
         // La destruction vide le tampon.
     }
-    EXPECT_EQ(Lis(chemin), attendu);
+    EXPECT_EQ(lis(), attendu);
 
     // Ferme vide aussi le tampon.
     FichierAvecTampon g(chemin, Fichier::kEcriture | Fichier::kAjout);
     g.Ecris("fin");
     g.Ferme();
-    EXPECT_EQ(Lis(chemin), attendu + "fin");
+    EXPECT_EQ(lis(), attendu + "fin");
 }
 
 TEST(FichierAvecTampon, LectureContreFichier)
@@ -82,54 +72,45 @@ TEST(FichierAvecTampon, LectureContreFichier)
     // Mêmes opérations sur le fichier sans tampon, pris pour modèle.
     FichierAvecTampon avec(chemin, Fichier::kLecture);
     Fichier sans(chemin, Fichier::kLecture);
-    for (int i = 0; i < 20000 && !sans.EstALaFin(); ++i) {
+    for (int i = 0; i < 3000; ++i) {
+        SCOPED_TRACE(i);
+        unsigned int const n = hasard() % 3 == 0 ? 70000 + hasard() % 1000 : hasard() % 500;
+        unsigned int const p = hasard() % unsigned(contenu.size());
+        std::string a(n + 256, ' '), b(n + 256, ' ');
+        UniChaine ligneA, ligneB;
         switch (hasard() % 6) {
         case 0:
             ASSERT_EQ(avec.Donne(), sans.Donne());
             break;
-        case 1: {
-            unsigned int const n = hasard() % 3 == 0 ? 70000 + hasard() % 1000 : hasard() % 500;
-            std::string a(n, ' '), b(n, ' ');
-            unsigned int const lusA = avec.Donne(n, reinterpret_cast<unsigned char*>(a.data()));
-            unsigned int const lusB = sans.Donne(n, reinterpret_cast<unsigned char*>(b.data()));
-            ASSERT_EQ(lusA, lusB);
-            ASSERT_EQ(a, b);
+        case 1:
+            ASSERT_EQ(avec.Donne(n, reinterpret_cast<unsigned char*>(a.data())),
+                      sans.Donne(n, reinterpret_cast<unsigned char*>(b.data())));
             break;
-        }
-        case 2: {
-            UniChaine a, b;
-            ASSERT_EQ(avec.DonneLigne(a), sans.DonneLigne(b));
-            ASSERT_EQ(a, b);
+        case 2:
+            ASSERT_EQ(avec.DonneLigne(ligneA), sans.DonneLigne(ligneB));
             break;
-        }
-        case 3: {
-            char a[256], b[256];
-            ASSERT_EQ(avec.DonneLigne(a, 256), sans.DonneLigne(b, 256));
-            ASSERT_STREQ(a, b);
+        case 3:
+            ASSERT_EQ(avec.DonneLigne(a.data(), 256), sans.DonneLigne(b.data(), 256));
             break;
-        }
-        case 4: {
-            unsigned int const p = hasard() % unsigned(contenu.size());
+        case 4:
             avec.Positionne(p);
             sans.Positionne(p);
             break;
-        }
         default:
-            avec.RetireDonne();
-            sans.RetireDonne();
+            // Au début, les deux diffèrent : le flux sans tampon reste en échec ; écarté ici.
+            if (sans.DonnePosition() > 0) {
+                avec.RetireDonne();
+                sans.RetireDonne();
+            }
         }
-        ASSERT_EQ(avec.DonnePosition(), sans.DonnePosition()) << i;
-        ASSERT_EQ(avec.EstALaFin(), sans.EstALaFin()) << i;
+        ASSERT_EQ(a, b);
+        ASSERT_EQ(ligneA, ligneB);
+        ASSERT_EQ(avec.DonnePosition(), sans.DonnePosition());
+        ASSERT_EQ(avec.EstALaFin(), sans.EstALaFin());
     }
 
     // Une ligne trop longue est la même erreur qu'en l'absence de tampon.
     avec.PositionneAuDebut();
     char court[2];
-    EXPECT_THROW(
-        {
-            for (;;) {
-                avec.DonneLigne(court, 2);
-            }
-        },
-        std::runtime_error);
+    EXPECT_THROW(for (int i = 0; i < 100; ++i) avec.DonneLigne(court, 2), std::runtime_error);
 }

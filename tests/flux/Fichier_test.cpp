@@ -4,7 +4,6 @@
 #include "noyau/flux/TamponMemoire.h"
 
 #include <QDate>
-#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -45,75 +44,45 @@ protected:
 
 TEST_F(FichierTest, MarquesOrdreOctets)
 {
-    struct Cas
-    {
-        std::string octets;
-        unsigned int position; // après l'ouverture
-        UniChaine::Codage codage;
-        ChaineN::Codage codageChaineN;
-    };
-    Cas const cas[] = {
-        {"\xEF\xBB\xBF"
-         "A",
-         3, UniChaine::kUTF8, ChaineN::kUTF8},
-        {std::string("\xFE\xFF\0A", 4), 2, UniChaine::kUTF16, ChaineN::kUTF16BE},
-        // Volontaire : le 41 lu pour tester FF FE 00 00 n'est pas rendu.
-        {std::string("\xFF\xFE"
-                     "A\0",
-                     4),
-         3, UniChaine::kUTF16, ChaineN::kUTF16LE},
-        {"\xFF\xFE", 2, UniChaine::kUTF16, ChaineN::kUTF16LE},
-        {std::string("\xFF\xFE\0\0", 4), 0, UniChaine::kUTF8, ChaineN::kCodageDefautPlateforme},
-        {std::string("\0\0\xFE\xFF", 4), 0, UniChaine::kUTF8, ChaineN::kCodageDefautPlateforme},
-        {"\x0E\xFE\xFF"
-         "A",
-         0, UniChaine::kUTF8, ChaineN::kCodageDefautPlateforme},
-        {"\x2B\x2F\x76"
-         "A",
-         0, UniChaine::kUTF8, ChaineN::kCodageDefautPlateforme},
-        {"\xDD\x73\x66\x73", 0, UniChaine::kUTF8, ChaineN::kCodageDefautPlateforme},
-        {"\xFB\xEE"
-         "A",
-         0, UniChaine::kUTF8, ChaineN::kCodageDefautPlateforme},
-        {"\xEF\xBB"
-         "A",
-         0, UniChaine::kUTF8, ChaineN::kCodageDefautPlateforme},
-        {"texte", 0, UniChaine::kUTF8, ChaineN::kCodageDefautPlateforme},
-        {"", 0, UniChaine::kUTF8, ChaineN::kCodageDefautPlateforme},
-    };
-    for (auto const& c : cas) {
-        UniChemin const chemin = Ecris("bom", c.octets);
+    // Position et codages après ouverture d'un fichier fait de ces octets.
+    auto const verifie = [this](std::string const& octets, unsigned int position,
+                                UniChaine::Codage codage, ChaineN::Codage codageChaineN) {
+        SCOPED_TRACE(testing::PrintToString(octets));
+        UniChemin const chemin = Ecris("bom", octets);
         Fichier applique;
         applique.OuvreEnLectureSeule(chemin);
         EXPECT_TRUE(applique.EstEnBonEtat());
-        EXPECT_EQ(applique.DonnePosition(), c.position);
-        EXPECT_EQ(applique.DonneCodage(), c.codage);
-        EXPECT_EQ(applique.DonneCodageChaineN(), c.codageChaineN);
-        EXPECT_EQ(applique.DonneTaille(), c.octets.size());
+        EXPECT_EQ(applique.DonnePosition(), position);
+        EXPECT_EQ(applique.DonneCodage(), codage);
+        EXPECT_EQ(applique.DonneCodageChaineN(), codageChaineN);
+        EXPECT_EQ(applique.DonneTaille(), octets.size());
+        // La lecture reprend juste après la marque ; 0 à la fin.
+        EXPECT_EQ(applique.Donne(),
+                  position < octets.size() ? static_cast<unsigned char>(octets[position]) : 0);
 
         // Ouvre passe la marque sans toucher au codage donné.
         Fichier passe(chemin, Fichier::kLecture, UniChaine::kLatin9);
-        EXPECT_EQ(passe.DonnePosition(), c.position);
+        EXPECT_EQ(passe.DonnePosition(), position);
         EXPECT_EQ(passe.DonneCodage(), UniChaine::kLatin9);
         EXPECT_EQ(passe.DonneCodageChaineN(), ChaineN::kLatin9);
-
-        Fichier brut(chemin, Fichier::kLecture, UniChaine::kUTF8, true);
-        EXPECT_EQ(brut.DonnePosition(), 0u);
+        EXPECT_EQ(Fichier(chemin, Fichier::kLecture, UniChaine::kUTF8, true).DonnePosition(), 0u);
+    };
+    verifie("\xEF\xBB\xBFZ", 3, UniChaine::kUTF8, ChaineN::kUTF8);
+    verifie(std::string("\xFE\xFF\0Z", 4), 2, UniChaine::kUTF16, ChaineN::kUTF16BE);
+    // Volontaire : le 5A lu pour tester FF FE 00 00 n'est pas rendu ; le texte reprend à 00.
+    verifie(std::string("\xFF\xFEZ\0B\0", 6), 3, UniChaine::kUTF16, ChaineN::kUTF16LE);
+    verifie("\xFF\xFE", 2, UniChaine::kUTF16, ChaineN::kUTF16LE);
+    for (std::string const& sansMarque :
+         {std::string("\xFF\xFE\0\0", 4), std::string("\0\0\xFE\xFF", 4),
+          std::string("\x0E\xFE\xFFZ"), std::string("\x2B\x2F\x76Z"),
+          std::string("\xDD\x73\x66\x73"), std::string("\xFB\xEEZ"), std::string("\xEF\xBBZ"),
+          std::string("texte"), std::string()}) {
+        verifie(sansMarque, 0, UniChaine::kUTF8, ChaineN::kCodageDefautPlateforme);
     }
 
-    // FF FE 41 00 42 00 : le texte commence à l'octet 00.
-    Fichier utf16;
-    utf16.OuvreEnLectureSeule(Ecris("le", std::string("\xFF\xFE"
-                                                      "A\0B\0",
-                                                      6)));
-    EXPECT_EQ(utf16.Donne(), 0);
-    EXPECT_EQ(utf16.Donne(), 'B');
-
-    // DonneBOMUTF8
     int n = 0;
     std::unique_ptr<char[]> const bom(Fichier::DonneBOMUTF8(n));
-    EXPECT_EQ(n, 3);
-    EXPECT_EQ(std::string(bom.get()), "\xEF\xBB\xBF");
+    EXPECT_EQ(std::string(bom.get(), std::size_t(n) + 1), std::string("\xEF\xBB\xBF", 4));
 }
 
 TEST_F(FichierTest, ModesEtEcriture)
@@ -137,20 +106,18 @@ TEST_F(FichierTest, ModesEtEcriture)
     }
     EXPECT_EQ(Lis(chemin), "ancien+suite!");
     {
-        Fichier ecriture(chemin, Fichier::kEcriture);
         unsigned char const octets[] = {'n', 'e', 'u', 'f'};
-        ecriture.Mets(octets, 4);
+        Fichier(chemin, Fichier::kEcriture).Mets(octets, 4);
     }
     EXPECT_EQ(Lis(chemin), "neuf");
 
-    // Sans mode, ou dans un dossier absent : échec silencieux, rien n'est écrit.
-    Fichier sansMode(Chemin("sans-mode"), 0);
-    EXPECT_FALSE(sansMode.EstEnBonEtat());
-    sansMode.Ecris("rien");
+    // Sans mode, dans un dossier absent ou jamais ouvert : échec silencieux, rien n'est écrit.
+    Fichier sansMode(Chemin("sans-mode"), 0), absent(Chemin("absent/f"), Fichier::kEcriture);
+    for (Fichier* f : {&sansMode, &absent}) {
+        EXPECT_FALSE(f->EstEnBonEtat());
+        f->Ecris("rien");
+    }
     EXPECT_FALSE(Fichier::FichierExiste(Chemin("sans-mode")));
-    Fichier absent(Chemin("absent/f"), Fichier::kEcriture);
-    EXPECT_FALSE(absent.EstEnBonEtat());
-    absent.Ecris("rien");
     Fichier ferme;
     EXPECT_FALSE(ferme.EstEnBonEtat());
     EXPECT_TRUE(ferme.EstALaFin());
@@ -159,9 +126,8 @@ TEST_F(FichierTest, ModesEtEcriture)
 
 TEST_F(FichierTest, LignesEtTextes)
 {
-    UniChemin const chemin = Ecris("lignes", "un\r\ndeux\n\ntroisième");
     Fichier f;
-    f.OuvreEnLectureSeule(chemin);
+    f.OuvreEnLectureSeule(Ecris("lignes", "un\r\ndeux\n\ntroisième"));
     UniChaine ligne;
     std::string lues;
     while (f.DonneLigne(ligne)) {
@@ -174,12 +140,8 @@ TEST_F(FichierTest, LignesEtTextes)
     f.Positionne(9);
     EXPECT_EQ(f.DonneToutLeResteDuTexte(), ChaineN(u"\ntroisième"));
 
-    // En UTF-16 gros-boutiste, marque comprise.
-    std::string utf16("\xFE\xFF", 2);
-    for (char16_t const u : std::u16string(u"été\r\nhiver")) {
-        utf16 += char(u >> 8);
-        utf16 += char(u & 0xFF);
-    }
+    // En UTF-16 gros-boutiste, marque comprise : « été », CR LF, « hiver ».
+    std::string const utf16("\xFE\xFF\0\xE9\0t\0\xE9\0\r\0\n\0h\0i\0v\0e\0r", 22);
     Fichier g;
     g.OuvreEnLectureSeule(Ecris("utf16", utf16));
     ChaineN l;
@@ -212,20 +174,20 @@ TEST_F(FichierTest, ToutLeFichierEtQuestions)
     for (std::size_t i = 0; i < octets.size(); ++i) {
         octets[i] = char(i * 7);
     }
-    UniChemin const chemin = Ecris("tout", octets);
+    UniChemin const chemin = Ecris("tout", octets), manquant = Chemin("manquant");
     unsigned int taille = 0;
     std::unique_ptr<char[]> const bloc(Fichier::DonneToutLeTexte(chemin, taille));
     EXPECT_EQ(std::string(bloc.get(), taille), octets);
 
     sdd::TamponMemoire const tampon(chemin);
-    EXPECT_EQ(tampon.DonneTaille(), octets.size());
     EXPECT_EQ(tampon.DonneCapacite(), octets.size());
-    EXPECT_EQ(std::string(reinterpret_cast<char*>(tampon.DonneDonnees()), taille), octets);
+    EXPECT_EQ(std::string(reinterpret_cast<char*>(tampon.DonneDonnees()), tampon.DonneTaille()),
+              octets);
     try {
-        sdd::TamponMemoire manquant(Chemin("manquant"));
+        sdd::TamponMemoire{manquant};
         FAIL();
     } catch (sdd::exceptions::OuvertureEchouee const& e) {
-        EXPECT_EQ(e.Explication(), Chemin("manquant"));
+        EXPECT_EQ(e.Explication(), manquant);
     }
 
     Fichier f(chemin, Fichier::kLecture);
@@ -237,7 +199,7 @@ TEST_F(FichierTest, ToutLeFichierEtQuestions)
     EXPECT_EQ(f.Donne(), static_cast<unsigned char>(octets.back()));
 
     EXPECT_EQ(Fichier::TailleFichier(chemin), 70000u);
-    EXPECT_EQ(Fichier::TailleFichier(Chemin("manquant")), 0u);
+    EXPECT_EQ(Fichier::TailleFichier(manquant), 0u);
     bool estRepertoire = true;
     EXPECT_TRUE(Fichier::FichierExiste(chemin, &estRepertoire));
     EXPECT_FALSE(estRepertoire);
@@ -247,7 +209,7 @@ TEST_F(FichierTest, ToutLeFichierEtQuestions)
     EXPECT_TRUE(Fichier::DonneDate(chemin, annee, mois, jour));
     EXPECT_EQ(QDate(annee, mois, jour), QDate::currentDate());
     EXPECT_NEAR(double(Fichier::DonneDate(chemin)), double(std::time(nullptr)), 60);
-    EXPECT_EQ(Fichier::DonneDate(Chemin("manquant")), 0);
+    EXPECT_EQ(Fichier::DonneDate(manquant), 0);
     EXPECT_TRUE(Fichier::SupprimeFichier(chemin));
     EXPECT_FALSE(Fichier::FichierExiste(chemin));
     EXPECT_FALSE(Fichier::SupprimeFichier(chemin));

