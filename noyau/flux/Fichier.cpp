@@ -235,9 +235,12 @@ unsigned int Fichier::DonneLePlus(unsigned int n, unsigned char* dest)
 
 void Fichier::RetireDonne()
 {
-    if (_flux != nullptr) {
-        _flux->clear();
-        _flux->unget();
+    if (_flux == nullptr) {
+        return;
+    }
+    _flux->clear();
+    if (!_flux->unget()) {
+        _flux->clear(); // au début du fichier, rien à rendre : le flux reste utilisable
     }
 }
 
