@@ -7,6 +7,7 @@
 #include "noyau/erreurs/Exceptions.h"
 #include "noyau/flux/TamponMemoire.h"
 #include "noyau/lexique/TableChaineSurDisqueNoyau.h"
+#include "tests/lexique/FluxSequentiel.h"
 
 #include <QString>
 
@@ -15,34 +16,6 @@
 #include <typeinfo>
 
 namespace {
-
-class FluxSequentiel : public sdd::FluxEntree
-{
-public:
-    FluxSequentiel(unsigned char const* octets, std::size_t taille)
-        : _octets(octets), _taille(static_cast<unsigned int>(taille))
-    {
-    }
-    bool EstALaFin() const override { return _position >= _taille; }
-    unsigned int DonnePosition() const override { return _position; }
-    unsigned char Donne() override { return EstALaFin() ? 0 : _octets[_position++]; }
-    unsigned int Donne(unsigned int n, unsigned char* dest) override
-    {
-        unsigned int i = 0;
-        for (; i < n && !EstALaFin(); ++i) {
-            dest[i] = Donne();
-        }
-        return i;
-    }
-    void PositionneAuDebut() override { _position = 0; }
-    void Positionne(unsigned int position) override { _position = position; }
-    void PositionneALaFin() override { _position = _taille; }
-
-private:
-    unsigned char const* _octets;
-    unsigned int _taille;
-    unsigned int _position = 0;
-};
 
 // La réponse, ou le nom de l'erreur suivi de son explication.
 template <typename Question> std::string Reponse(Question question)
@@ -60,7 +33,7 @@ extern "C" int LLVMFuzzerTestOneInput(unsigned char const* donnees, std::size_t 
 {
     sdd::TamponMemoire memoire(const_cast<char*>(reinterpret_cast<char const*>(donnees)),
                                static_cast<int>(taille), false);
-    FluxSequentiel sequentiel(donnees, taille);
+    aide::FluxSequentiel sequentiel(donnees, taille);
     sdd::TableChaineSurDisqueNoyau enPlace, parOctets;
     std::string const a = Reponse([&] { enPlace.Init(&memoire, 0); return true; });
     std::string const b = Reponse([&] { parOctets.Init(&sequentiel, 0); return true; });

@@ -10,6 +10,8 @@
 #include "noyau/lexique/SerialiseurTableChaine.h"
 #include "noyau/lexique/TableChaineNoyau.h"
 
+#include "FluxSequentiel.h"
+
 #include <QFile>
 #include <QString>
 
@@ -50,31 +52,6 @@ struct Emprunt
     {
     }
     sdd::TamponMemoire flux;
-};
-
-// Flux d'entrée qui n'est pas en mémoire : la consultation sur disque y lit octet par octet.
-class FluxSequentiel : public sdd::FluxEntree
-{
-public:
-    explicit FluxSequentiel(Octets octets) : _octets(std::move(octets)) {}
-    bool EstALaFin() const override { return _position >= _octets.size(); }
-    unsigned int DonnePosition() const override { return _position; }
-    unsigned char Donne() override { return EstALaFin() ? 0 : _octets[_position++]; }
-    unsigned int Donne(unsigned int n, unsigned char* dest) override
-    {
-        unsigned int i = 0;
-        for (; i < n && !EstALaFin(); ++i) {
-            dest[i] = Donne();
-        }
-        return i;
-    }
-    void PositionneAuDebut() override { _position = 0; }
-    void Positionne(unsigned int position) override { _position = position; }
-    void PositionneALaFin() override { _position = static_cast<unsigned int>(_octets.size()); }
-
-private:
-    Octets _octets;
-    unsigned int _position = 0;
 };
 
 // Les chaînes dans l'ordre de l'itérateur.

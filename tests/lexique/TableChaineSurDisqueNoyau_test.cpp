@@ -85,7 +85,7 @@ TEST(TableChaineSurDisqueNoyau, DifferentielMotsFrancais)
     TableChaineSurDisqueNoyau disque(&memoire.flux, 3);
     EXPECT_EQ(disque.Taille(), ref.size());
 
-    aide::FluxSequentiel sequentiel(forme);
+    aide::FluxSequentiel sequentiel(forme.data(), forme.size());
     TableChaineSurDisqueNoyau surFlux(&sequentiel, 3);
 
     TableChaine sansDonnee;
