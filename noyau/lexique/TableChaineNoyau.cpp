@@ -108,7 +108,14 @@ bool TableChaineNoyau::TrouveMeilleurEmplacement(ChaineN const& clef, unsigned l
         std::u16string_view const reste = k.substr(*pos);
         Noeud* prec = nullptr;
         Noeud* n = (*parent)->_premierEnfant;
-        while (n != nullptr && Avant(n->Cars(), reste)) {
+        while (n != nullptr) {
+            // Le frère suivant et l'enfant sont demandés à la mémoire pendant la comparaison :
+            // l'un des deux sera le prochain nœud lu.
+            __builtin_prefetch(n->_suivant);
+            __builtin_prefetch(n->_premierEnfant);
+            if (!Avant(n->Cars(), reste)) {
+                break;
+            }
             prec = n;
             n = n->_suivant;
         }
