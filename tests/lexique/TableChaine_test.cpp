@@ -221,17 +221,3 @@ TEST(TableChaineT, DonneesSuiventLesScissionsEtFusions)
     ASSERT_TRUE(it.Prochain()); // repart du début
     EXPECT_EQ(U(it.Clef()), u"abx");
 }
-
-// Un arbre profond (un niveau par chaîne) se copie, se parcourt et se détruit.
-TEST(TableChaine, ArbreTresProfondSansRecursion)
-{
-    TableChaine t;
-    std::u16string s;
-    for (int i = 0; i < 3000; ++i) { // 3000 niveaux suffisent à l'insertion (coût quadratique)
-        s.push_back(u'a');
-        t.TrouveEmplacementEtInsere(N(s));
-    }
-    TableChaine copie(t);
-    EXPECT_EQ(aide::Chaines(copie).size(), 3000u);
-    EXPECT_TRUE(copie.Possede(N(s)));
-}
