@@ -106,7 +106,7 @@ CLASSE_LETTRE = (
 )
 
 CLASSE_PONCTUATION = (
-    ("kPoncLatin", 0x0001, "écriture latine, ou ponctuation courante (Po) de U+0000..U+00FF"),
+    ("kPoncLatin", 0x0001, "écriture latine hors U+0100..U+024F et U+1E00..U+1EFF, ou ponctuation courante (Po) de U+0000..U+00FF"),
     ("kPoncBlanc", 0x0002, "blanc : espace, tabulation, fins de ligne, espaces insécables "
                            "et typographiques (White_Space)"),
     ("kPoncEspace", 0x0004, "séparateur d'espace (Zs)"),
@@ -276,7 +276,10 @@ class Generateur:
         nom = self.u.caracteres[c].nom
         blanc = self.u.possede("White_Space", c)
         v = 0
-        if self.u.ecritures.get(c) == "Latin" or (cat == "Po" and c <= 0xFF):
+        # Les blocs latins étendus restent hors du bit : EstCaractereLatin ne les prend
+        # qu'à la demande (etendu).
+        etendu = 0x0100 <= c <= 0x024F or 0x1E00 <= c <= 0x1EFF
+        if (self.u.ecritures.get(c) == "Latin" and not etendu) or (cat == "Po" and c <= 0xFF):
             v |= B7["kPoncLatin"]
         if blanc:
             v |= B7["kPoncBlanc"]

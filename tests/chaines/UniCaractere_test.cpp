@@ -2,6 +2,7 @@
 #include <unicode/uchar.h>
 
 #include <string>
+#include <utility>
 
 #include "noyau/chaines/InfoUniCaractere.h"
 #include "noyau/chaines/UniCaractere.h"
@@ -92,9 +93,15 @@ TEST(UniCaractere, EnsemblesEtLatin)
     EXPECT_EQ(nbLongs, 8);
     EXPECT_EQ(nbCourts, 4);
 
-    bool const marque = gInfoUniCaractere[0x0151][kInfoClassePonctuation] & kPoncLatin;
-    EXPECT_EQ(UniCaractere::EstCaractereLatin(u'\u0151', false), marque);
-    EXPECT_TRUE(UniCaractere::EstCaractereLatin(u'\u0151', true));
+    // L'option etendu change la réponse pour chaque unité des deux blocs étendus.
+    for (auto [debut, fin] : {std::pair{0x0100, 0x024F}, std::pair{0x1E00, 0x1EFF}}) {
+        for (int c = debut; c <= fin; ++c) {
+            ASSERT_FALSE(UniCaractere::EstCaractereLatin(char16_t(c), false)) << std::hex << c;
+            ASSERT_TRUE(UniCaractere::EstCaractereLatin(char16_t(c), true)) << std::hex << c;
+        }
+    }
+    EXPECT_TRUE(UniCaractere::EstCaractereLatin(u'\u2C71', false)); // latin étendu C : marqué
+    EXPECT_TRUE(UniCaractere::EstCaractereLatin(u'\uFF41', false)); // a pleine chasse
     EXPECT_TRUE(UniCaractere::EstCaractereLatin(u'\u1EA0', true));
     EXPECT_TRUE(UniCaractere::EstCaractereLatin(u'é', false));
     EXPECT_TRUE(UniCaractere::EstCaractereLatin(u'\u2019', false));
