@@ -2,6 +2,7 @@
 
 #include "noyau/Export.h"
 #include "noyau/chaines/EgaliteCaracteres.h"
+#include "noyau/chaines/Jumeau.h"
 #include "noyau/conteneurs/ListeT.h"
 #include "noyau/conteneurs/Paire.h"
 
@@ -10,6 +11,7 @@
 #include <iosfwd>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace sdd {
@@ -60,7 +62,8 @@ public:
     }
     ChaineN(ChaineN&& autre) noexcept;
     // emprunte : le texte n'est pas copié ; il doit rester en vie et inchangé tant que la
-    // chaîne (ou une copie) s'en sert, et être suivi d'une unité nulle.
+    // chaîne (ou une copie) s'en sert. Il est copié malgré tout quand texte[longueur] n'est
+    // pas nul, car PreteUniCString promet un zéro final.
     ChaineN(char16_t const* texte, unsigned long longueur = kJusquAuZero, bool emprunte = false);
     explicit ChaineN(char16_t c);
     ChaineN(char const* texte, Codage codage, unsigned long nbOctets = kJusquAuZero);
@@ -87,35 +90,52 @@ public:
     ChaineN& AjouteFin(char16_t const* texte, unsigned long longueur = kJusquAuZero);
     ChaineN AjouteFin(char16_t const* texte, unsigned long longueur = kJusquAuZero) const
     {
-        return ChaineN(*this).AjouteFin(texte, longueur);
+        return detail::Jumeau(*this, [&](ChaineN& copie) { copie.AjouteFin(texte, longueur); });
     }
     ChaineN& AjouteFin(char16_t c) { return AjouteFin(c, 1); }
-    ChaineN AjouteFin(char16_t c) const { return ChaineN(*this).AjouteFin(c); }
+    ChaineN AjouteFin(char16_t c) const
+    {
+        return detail::Jumeau(*this, [&](ChaineN& copie) { copie.AjouteFin(c); });
+    }
     ChaineN& AjouteFin(char16_t c, unsigned long n);
-    ChaineN AjouteFin(char16_t c, unsigned long n) const { return ChaineN(*this).AjouteFin(c, n); }
+    ChaineN AjouteFin(char16_t c, unsigned long n) const
+    {
+        return detail::Jumeau(*this, [&](ChaineN& copie) { copie.AjouteFin(c, n); });
+    }
     ChaineN& AjouteFin(char const* texte, Codage codage, unsigned long nbOctets = kJusquAuZero);
     ChaineN AjouteFin(char const* texte, Codage codage, unsigned long nbOctets = kJusquAuZero) const
     {
-        return ChaineN(*this).AjouteFin(texte, codage, nbOctets);
+        return detail::Jumeau(*this,
+                              [&](ChaineN& copie) { copie.AjouteFin(texte, codage, nbOctets); });
     }
     ChaineN& AjouteFin(ChaineN const& autre);
-    ChaineN AjouteFin(ChaineN const& autre) const { return ChaineN(*this).AjouteFin(autre); }
+    ChaineN AjouteFin(ChaineN const& autre) const
+    {
+        return detail::Jumeau(*this, [&](ChaineN& copie) { copie.AjouteFin(autre); });
+    }
 
     ChaineN& AjouteDebut(char16_t const* texte, unsigned long longueur = kJusquAuZero);
     ChaineN AjouteDebut(char16_t const* texte, unsigned long longueur = kJusquAuZero) const
     {
-        return ChaineN(*this).AjouteDebut(texte, longueur);
+        return detail::Jumeau(*this, [&](ChaineN& copie) { copie.AjouteDebut(texte, longueur); });
     }
     ChaineN& AjouteDebut(char16_t c) { return _Remplace(0, 0, &c, 1); }
-    ChaineN AjouteDebut(char16_t c) const { return ChaineN(*this).AjouteDebut(c); }
+    ChaineN AjouteDebut(char16_t c) const
+    {
+        return detail::Jumeau(*this, [&](ChaineN& copie) { copie.AjouteDebut(c); });
+    }
     ChaineN& AjouteDebut(char const* texte, Codage codage, unsigned long nbOctets = kJusquAuZero);
     ChaineN AjouteDebut(char const* texte, Codage codage,
                         unsigned long nbOctets = kJusquAuZero) const
     {
-        return ChaineN(*this).AjouteDebut(texte, codage, nbOctets);
+        return detail::Jumeau(*this,
+                              [&](ChaineN& copie) { copie.AjouteDebut(texte, codage, nbOctets); });
     }
     ChaineN& AjouteDebut(ChaineN const& autre);
-    ChaineN AjouteDebut(ChaineN const& autre) const { return ChaineN(*this).AjouteDebut(autre); }
+    ChaineN AjouteDebut(ChaineN const& autre) const
+    {
+        return detail::Jumeau(*this, [&](ChaineN& copie) { copie.AjouteDebut(autre); });
+    }
 
     ChaineN& operator+=(ChaineN const& autre) { return AjouteFin(autre); }
     ChaineN& operator+=(char16_t c) { return AjouteFin(c); }
@@ -130,7 +150,7 @@ public:
     ChaineN& MetsCarAIndex(char16_t c, unsigned long i);
     ChaineN MetsCarAIndex(char16_t c, unsigned long i) const
     {
-        return ChaineN(*this).MetsCarAIndex(c, i);
+        return detail::Jumeau(*this, [&](ChaineN& copie) { copie.MetsCarAIndex(c, i); });
     }
     // Place réservée en unités (0 sans texte propre).
     unsigned long Capacite() const noexcept;
@@ -143,32 +163,32 @@ public:
     }
     ChaineN Remplace(unsigned long pos, unsigned long n, char16_t c) const
     {
-        return ChaineN(*this).Remplace(pos, n, c);
+        return detail::Jumeau(*this, [&](ChaineN& copie) { copie.Remplace(pos, n, c); });
     }
     ChaineN& Remplace(unsigned long pos, unsigned long n, ChaineN const& par);
     ChaineN Remplace(unsigned long pos, unsigned long n, ChaineN const& par) const
     {
-        return ChaineN(*this).Remplace(pos, n, par);
+        return detail::Jumeau(*this, [&](ChaineN& copie) { copie.Remplace(pos, n, par); });
     }
     ChaineN& RemplaceDepuisFin(unsigned long pos, unsigned long n, char16_t c);
     ChaineN RemplaceDepuisFin(unsigned long pos, unsigned long n, char16_t c) const
     {
-        return ChaineN(*this).RemplaceDepuisFin(pos, n, c);
+        return detail::Jumeau(*this, [&](ChaineN& copie) { copie.RemplaceDepuisFin(pos, n, c); });
     }
     ChaineN& RemplaceDepuisFin(unsigned long pos, unsigned long n, ChaineN const& par);
     ChaineN RemplaceDepuisFin(unsigned long pos, unsigned long n, ChaineN const& par) const
     {
-        return ChaineN(*this).RemplaceDepuisFin(pos, n, par);
+        return detail::Jumeau(*this, [&](ChaineN& copie) { copie.RemplaceDepuisFin(pos, n, par); });
     }
     ChaineN& RemplaceFin(unsigned long n, char16_t c);
     ChaineN RemplaceFin(unsigned long n, char16_t c) const
     {
-        return ChaineN(*this).RemplaceFin(n, c);
+        return detail::Jumeau(*this, [&](ChaineN& copie) { copie.RemplaceFin(n, c); });
     }
     ChaineN& RemplaceFin(unsigned long n, ChaineN const& par);
     ChaineN RemplaceFin(unsigned long n, ChaineN const& par) const
     {
-        return ChaineN(*this).RemplaceFin(n, par);
+        return detail::Jumeau(*this, [&](ChaineN& copie) { copie.RemplaceFin(n, par); });
     }
     ChaineN& EnleveIntervalle(unsigned long pos, unsigned long n)
     {
@@ -176,41 +196,50 @@ public:
     }
     ChaineN EnleveIntervalle(unsigned long pos, unsigned long n) const
     {
-        return ChaineN(*this).EnleveIntervalle(pos, n);
+        return detail::Jumeau(*this, [&](ChaineN& copie) { copie.EnleveIntervalle(pos, n); });
     }
     ChaineN& EnleveDepuisFin(unsigned long pos, unsigned long n);
     ChaineN EnleveDepuisFin(unsigned long pos, unsigned long n) const
     {
-        return ChaineN(*this).EnleveDepuisFin(pos, n);
+        return detail::Jumeau(*this, [&](ChaineN& copie) { copie.EnleveDepuisFin(pos, n); });
     }
     ChaineN& EnleveDebut(unsigned long n) { return _Remplace(0, n, nullptr, 0); }
-    ChaineN EnleveDebut(unsigned long n) const { return ChaineN(*this).EnleveDebut(n); }
+    ChaineN EnleveDebut(unsigned long n) const
+    {
+        return detail::Jumeau(*this, [&](ChaineN& copie) { copie.EnleveDebut(n); });
+    }
     ChaineN& EnleveFin(unsigned long n);
-    ChaineN EnleveFin(unsigned long n) const { return ChaineN(*this).EnleveFin(n); }
+    ChaineN EnleveFin(unsigned long n) const
+    {
+        return detail::Jumeau(*this, [&](ChaineN& copie) { copie.EnleveFin(n); });
+    }
     // Garde les n unités depuis pos (jusqu'à la fin par défaut).
     ChaineN& SousChaine(unsigned long pos, unsigned long n = kJusquAuZero);
     ChaineN SousChaine(unsigned long pos, unsigned long n = kJusquAuZero) const
     {
-        return ChaineN(*this).SousChaine(pos, n);
+        return detail::Jumeau(*this, [&](ChaineN& copie) { copie.SousChaine(pos, n); });
     }
     // Chaque occurrence depuis la position donnée.
     ChaineN& Remplace(char16_t ancien, char16_t nouveau, Malgray m = 0, unsigned long depuis = 0);
     ChaineN Remplace(char16_t ancien, char16_t nouveau, Malgray m = 0,
                      unsigned long depuis = 0) const
     {
-        return ChaineN(*this).Remplace(ancien, nouveau, m, depuis);
+        return detail::Jumeau(*this,
+                              [&](ChaineN& copie) { copie.Remplace(ancien, nouveau, m, depuis); });
     }
     ChaineN& Remplace(ChaineN const& ancien, ChaineN const& nouveau, Malgray m = 0,
                       unsigned long depuis = 0);
     ChaineN Remplace(ChaineN const& ancien, ChaineN const& nouveau, Malgray m = 0,
                      unsigned long depuis = 0) const
     {
-        return ChaineN(*this).Remplace(ancien, nouveau, m, depuis);
+        return detail::Jumeau(*this,
+                              [&](ChaineN& copie) { copie.Remplace(ancien, nouveau, m, depuis); });
     }
     ChaineN& RemplaceMotEntier(ChaineN const& ancien, ChaineN const& nouveau);
     ChaineN RemplaceMotEntier(ChaineN const& ancien, ChaineN const& nouveau) const
     {
-        return ChaineN(*this).RemplaceMotEntier(ancien, nouveau);
+        return detail::Jumeau(*this,
+                              [&](ChaineN& copie) { copie.RemplaceMotEntier(ancien, nouveau); });
     }
 
     // Comparaisons. Compare : ordre des unités, -1, 0 ou 1.
@@ -225,32 +254,33 @@ public:
     bool Egal(char16_t const* texte, unsigned long longueur, Malgray m = 0) const noexcept;
     bool CommencePar(ChaineN const& debut, Malgray m = 0) const noexcept;
     bool TerminePar(ChaineN const& fin, Malgray m = 0) const noexcept;
-    bool ContientALaPos(ChaineN const& autre, unsigned long pos, Malgray m = 0) const noexcept;
+    bool ContientALaPos(ChaineN const& autre, unsigned long pos, Malgray m = 0) const;
     unsigned long LongueurPrefixeCommun(ChaineN const& autre, Malgray m = 0) const noexcept;
     unsigned long LongueurSuffixeCommun(ChaineN const& autre, Malgray m = 0) const noexcept;
 
-    // Recherches : vrai si trouvé, la position dans *pos.
+    // Recherches : vrai si trouvé, la position dans *pos. Une position de départ au-delà du
+    // texte lève IndexHorsBorne ; kJusquAuZero, là où il est la valeur par défaut, vaut la fin.
     bool Contient(ChaineN const& motif, unsigned long* pos = nullptr, unsigned long depuis = 0,
-                  Malgray m = 0) const noexcept;
+                  Malgray m = 0) const;
     bool Contient(char16_t c, unsigned long* pos = nullptr, unsigned long depuis = 0,
-                  Malgray m = 0) const noexcept;
+                  Malgray m = 0) const;
     static bool Contient(char16_t const* texte, char16_t c, unsigned long* pos = nullptr,
                          Malgray m = 0) noexcept;
     static bool Contient(char16_t const* texte, unsigned long longueur, char16_t c,
                          unsigned long* pos = nullptr, Malgray m = 0) noexcept;
     // Dernière occurrence commençant avant avant (toute la chaîne par défaut).
     bool TrouveDernier(ChaineN const& motif, unsigned long* pos = nullptr,
-                       unsigned long avant = kJusquAuZero, Malgray m = 0) const noexcept;
+                       unsigned long avant = kJusquAuZero, Malgray m = 0) const;
     bool TrouveDernier(char16_t c, unsigned long* pos = nullptr, unsigned long avant = kJusquAuZero,
-                       Malgray m = 0) const noexcept;
+                       Malgray m = 0) const;
     // Occurrence bordée de séparateurs de mots ou des extrémités.
     bool ContientMotEntier(ChaineN const& mot, unsigned long* pos = nullptr,
-                           unsigned long depuis = 0, Malgray m = 0) const noexcept;
+                           unsigned long depuis = 0, Malgray m = 0) const;
     bool ContientUnCarDe(ChaineN const& cars, unsigned long* pos = nullptr,
-                         unsigned long depuis = 0) const noexcept;
+                         unsigned long depuis = 0) const;
     // Depuis la position donnée (la fin par défaut) vers le début.
     bool TrouveUnCarDeVersLArriere(ChaineN const& cars, unsigned long* pos = nullptr,
-                                   unsigned long depuis = kJusquAuZero) const noexcept;
+                                   unsigned long depuis = kJusquAuZero) const;
     bool ContientRegex(ExpressionReguliere const& expression,
                        ListeC<Intervalle>* resultats = nullptr, unsigned long depuis = 0) const;
     bool ContientRegex(ChaineN const& motif, ListeC<Intervalle>* resultats = nullptr,
@@ -258,38 +288,81 @@ public:
 
     // Transformations caractère à caractère, selon la table des caractères.
     ChaineN& Majusculise();
-    ChaineN Majusculise() const { return ChaineN(*this).Majusculise(); }
+    ChaineN Majusculise() const
+    {
+        return detail::Jumeau(*this, [&](ChaineN& copie) { copie.Majusculise(); });
+    }
     ChaineN& Minusculise();
-    ChaineN Minusculise() const { return ChaineN(*this).Minusculise(); }
+    ChaineN Minusculise() const
+    {
+        return detail::Jumeau(*this, [&](ChaineN& copie) { copie.Minusculise(); });
+    }
     ChaineN& MajusculisePremiereLettre();
-    ChaineN MajusculisePremiereLettre() const { return ChaineN(*this).MajusculisePremiereLettre(); }
+    ChaineN MajusculisePremiereLettre() const
+    {
+        return detail::Jumeau(*this, [&](ChaineN& copie) { copie.MajusculisePremiereLettre(); });
+    }
     ChaineN& MinusculisePremiereLettre();
-    ChaineN MinusculisePremiereLettre() const { return ChaineN(*this).MinusculisePremiereLettre(); }
+    ChaineN MinusculisePremiereLettre() const
+    {
+        return detail::Jumeau(*this, [&](ChaineN& copie) { copie.MinusculisePremiereLettre(); });
+    }
     ChaineN& MinusculiseDeuxiemeLettre();
-    ChaineN MinusculiseDeuxiemeLettre() const { return ChaineN(*this).MinusculiseDeuxiemeLettre(); }
+    ChaineN MinusculiseDeuxiemeLettre() const
+    {
+        return detail::Jumeau(*this, [&](ChaineN& copie) { copie.MinusculiseDeuxiemeLettre(); });
+    }
     ChaineN& MinusculiseSansAccent();
-    ChaineN MinusculiseSansAccent() const { return ChaineN(*this).MinusculiseSansAccent(); }
+    ChaineN MinusculiseSansAccent() const
+    {
+        return detail::Jumeau(*this, [&](ChaineN& copie) { copie.MinusculiseSansAccent(); });
+    }
     ChaineN& Desaccentue();
-    ChaineN Desaccentue() const { return ChaineN(*this).Desaccentue(); }
+    ChaineN Desaccentue() const
+    {
+        return detail::Jumeau(*this, [&](ChaineN& copie) { copie.Desaccentue(); });
+    }
     ChaineN& Deligature();
-    ChaineN Deligature() const { return ChaineN(*this).Deligature(); }
+    ChaineN Deligature() const
+    {
+        return detail::Jumeau(*this, [&](ChaineN& copie) { copie.Deligature(); });
+    }
     ChaineN& Ligature();
-    ChaineN Ligature() const { return ChaineN(*this).Ligature(); }
+    ChaineN Ligature() const
+    {
+        return detail::Jumeau(*this, [&](ChaineN& copie) { copie.Ligature(); });
+    }
     ChaineN& NormaliseApostrophe(char16_t apostrophe = u'\u2019');
     ChaineN NormaliseApostrophe(char16_t apostrophe = u'\u2019') const
     {
-        return ChaineN(*this).NormaliseApostrophe(apostrophe);
+        return detail::Jumeau(*this,
+                              [&](ChaineN& copie) { copie.NormaliseApostrophe(apostrophe); });
     }
     ChaineN& Inverse();
-    ChaineN Inverse() const { return ChaineN(*this).Inverse(); }
+    ChaineN Inverse() const
+    {
+        return detail::Jumeau(*this, [&](ChaineN& copie) { copie.Inverse(); });
+    }
     ChaineN& EnleveCarNonAlpha();
-    ChaineN EnleveCarNonAlpha() const { return ChaineN(*this).EnleveCarNonAlpha(); }
+    ChaineN EnleveCarNonAlpha() const
+    {
+        return detail::Jumeau(*this, [&](ChaineN& copie) { copie.EnleveCarNonAlpha(); });
+    }
     ChaineN& NettoieBlancs();
-    ChaineN NettoieBlancs() const { return ChaineN(*this).NettoieBlancs(); }
+    ChaineN NettoieBlancs() const
+    {
+        return detail::Jumeau(*this, [&](ChaineN& copie) { copie.NettoieBlancs(); });
+    }
     ChaineN& ConsolideBlancs();
-    ChaineN ConsolideBlancs() const { return ChaineN(*this).ConsolideBlancs(); }
+    ChaineN ConsolideBlancs() const
+    {
+        return detail::Jumeau(*this, [&](ChaineN& copie) { copie.ConsolideBlancs(); });
+    }
     ChaineN& ConsolideBlancsMemeTypes();
-    ChaineN ConsolideBlancsMemeTypes() const { return ChaineN(*this).ConsolideBlancsMemeTypes(); }
+    ChaineN ConsolideBlancsMemeTypes() const
+    {
+        return detail::Jumeau(*this, [&](ChaineN& copie) { copie.ConsolideBlancsMemeTypes(); });
+    }
 
     // Casse
     bool EstToutEnMinuscules() const noexcept;
@@ -391,9 +464,16 @@ private:
                              unsigned long nbOctets);
     template <typename Repli> ChaineN& _Transforme(Repli repli);
     template <typename Garder> ChaineN& _Filtre(Garder garder);
-    bool _CorrespondALaPos(ChaineN const& motif, unsigned long pos, Malgray m,
-                           unsigned long* nbUtilises) const noexcept;
-    [[noreturn]] void _LanceHorsBorne(unsigned long index) const;
+    template <typename Retouche> ChaineN& _Remets(Retouche retouche);
+    ChaineN& _RemplaceOccurrences(ChaineN const& ancien, ChaineN const& nouveau, Malgray m,
+                                  unsigned long depuis, bool motEntier);
+    // Début d'un intervalle compté depuis la fin ; borne d'une recherche vers l'arrière.
+    unsigned long _DepuisFin(unsigned long pos) const;
+    unsigned long _Avant(unsigned long avant) const;
+    std::u16string_view _Etendue() const noexcept { return {PreteUniCString(), Longueur()}; }
+    // Tolérances que ChaineN connaît : MalgrayEspaces n'en est pas.
+    static constexpr Malgray _kMalgrayPermis =
+        MalgrayLigatures | MalgrayAccents | MalgrayCasse | MalgrayTypographie;
     // Tampon d'au moins taille octets dans le cache de PreteCString.
     char* _TamponDeConversion(std::size_t taille) const;
 

@@ -12,6 +12,10 @@ namespace sdd {
 unsigned int ChaineN::Ecris(FluxSortie& flux, Codage codage) const
 {
     static constexpr char16_t kZero = 0;
+    // Le zéro termine la forme écrite : un texte qui en contient ne se relirait pas.
+    if (_Etendue().find(kZero) != std::u16string_view::npos) {
+        throw exceptions::OperationInvalide();
+    }
     auto const& convertisseur = ConvertisseurChaineN::DonnePourCodage(codage);
     unsigned int const debut = flux.DonnePosition();
     if (!EstVide()) {

@@ -1,8 +1,7 @@
 #include "noyau/chaines/EgaliteCaracteres.h"
 
 #include "noyau/chaines/UniCaractere.h"
-
-#include <cstring>
+#include "noyau/chaines/detail/Recherches.h"
 
 namespace sdd {
 
@@ -23,23 +22,14 @@ bool LigatureContrePaire(char16_t x, char16_t const* y, Malgray m) noexcept
 {
     for (auto const& l : kLigaturesDeveloppees) {
         if (x == l.ligature) {
-            return UniCarEgalOption(y[0], l.premiere, m) && UniCarEgalOption(y[1], l.seconde, m);
+            return detail::UnitesEgales(y[0], l.premiere, m) &&
+                   detail::UnitesEgales(y[1], l.seconde, m);
         }
     }
     return false;
 }
 
 constexpr unsigned long kMaxDeveloppement = 10;
-
-template <Malgray M> bool EgalSelon(char16_t const* a, char16_t const* b, unsigned long n) noexcept
-{
-    for (unsigned long k = 0; k < n; ++k) {
-        if (a[k] != b[k] && ReplieSelonMalgray(a[k], M) != ReplieSelonMalgray(b[k], M)) {
-            return false;
-        }
-    }
-    return true;
-}
 
 bool EstJokerUneLettre(char16_t u) noexcept
 {
@@ -55,27 +45,8 @@ bool UniCarPtrEgalOption(char16_t const* a, unsigned long debutA, unsigned long 
     if (longueurA != longueurB) {
         return false;
     }
-    a += debutA;
-    b += debutB;
-    // Une boucle par combinaison de replis : aucun test de bit par unité.
-    switch (m & (MalgrayAccents | MalgrayCasse | MalgrayTypographie)) {
-    case 0:
-        return longueurA == 0 || std::memcmp(a, b, longueurA * sizeof(char16_t)) == 0;
-    case MalgrayAccents:
-        return EgalSelon<MalgrayAccents>(a, b, longueurA);
-    case MalgrayCasse:
-        return EgalSelon<MalgrayCasse>(a, b, longueurA);
-    case MalgrayAccents | MalgrayCasse:
-        return EgalSelon<MalgrayAccents | MalgrayCasse>(a, b, longueurA);
-    case MalgrayTypographie:
-        return EgalSelon<MalgrayTypographie>(a, b, longueurA);
-    case MalgrayAccents | MalgrayTypographie:
-        return EgalSelon<MalgrayAccents | MalgrayTypographie>(a, b, longueurA);
-    case MalgrayCasse | MalgrayTypographie:
-        return EgalSelon<MalgrayCasse | MalgrayTypographie>(a, b, longueurA);
-    default:
-        return EgalSelon<MalgrayAccents | MalgrayCasse | MalgrayTypographie>(a, b, longueurA);
-    }
+    return detail::MemesUnites(a + debutA, b + debutB, longueurA,
+                               m & (MalgrayAccents | MalgrayCasse | MalgrayTypographie));
 }
 
 bool DeligatureEgalOption(char16_t ligature, char16_t const* texte, unsigned long longueur,
@@ -154,7 +125,7 @@ void AvanceAvecLigatures(char16_t const* a, unsigned long finA, unsigned long* i
         } else if (x + 1 < finA && LigatureContrePaire(b[y], a + x, m)) {
             x += 2;
             y += 1;
-        } else if (UniCarEgalOption(a[x], b[y], m)) {
+        } else if (detail::UnitesEgales(a[x], b[y], m)) {
             ++x;
             ++y;
         } else {

@@ -60,7 +60,8 @@ NOYAU_EXPORT bool DeligatureEgalOptionPourJoker(char16_t ligature, char16_t cons
                                                 unsigned long* nbUtilises,
                                                 bool premiereConsommee) noexcept;
 
-// Comparaison qui tient œ Œ æ Æ pour leurs deux lettres, d'un côté comme de l'autre.
+// Comparaison qui tient œ Œ æ Æ pour leurs deux lettres, d'un côté comme de l'autre ; les
+// unités se comparent sous tous les bits de m, MalgrayEspaces compris (sdd::ChaineN l'ôte).
 // Avance les curseurs *i dans a et *j dans b tant que les deux étendues s'accordent ;
 // elles sont égales quand les deux curseurs atteignent ensemble leur fin.
 NOYAU_EXPORT void AvanceAvecLigatures(char16_t const* a, unsigned long finA, unsigned long* i,

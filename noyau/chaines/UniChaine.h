@@ -2,6 +2,7 @@
 
 #include "noyau/Export.h"
 #include "noyau/chaines/EgaliteCaracteres.h"
+#include "noyau/chaines/Jumeau.h"
 #include "noyau/chaines/UniCaractere.h"
 #include "noyau/conteneurs/Paire.h"
 #include "noyau/langues/Langue.h"
@@ -10,6 +11,7 @@
 #include <QString>
 
 #include <cstdarg>
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -31,15 +33,18 @@ struct UCollator;
 class NOYAU_EXPORT UniChaine
 {
 public:
-    // Codages externes. La numérotation diffère volontairement de sdd::ChaineN::Codage :
-    // on passe de l'une à l'autre par le sens, jamais par la valeur.
+    // Codages externes, servis par les codecs de Qt « Macintosh », « ISO 8859-15 »,
+    // « windows-1252 », « utf8 », « utf16 » et « CP850 » : les octets sont les leurs (voir
+    // docs/unichaine.md pour ce qui les distingue des convertisseurs de sdd::ChaineN). La
+    // numérotation diffère volontairement de sdd::ChaineN::Codage : on passe de l'une à
+    // l'autre par le sens, jamais par la valeur.
     enum Codage : unsigned char
     {
         kMacRoman = 0,
         kLatin9 = 1,
         kWinLatin1 = 2,
         kUTF8 = 3,
-        kUTF16 = 4, // ordre de la machine, sans marque d'ordre
+        kUTF16 = 4, // ordre de la machine ; la forme écrite commence par la marque d'ordre
         kDOS = 5,
         kAucunCodage = 255
     };
@@ -113,50 +118,107 @@ public:
     // --- Ajouts et modifications ---
 
     UniChaine& AjouteFin(UniChaine const& autre);
-    UniChaine AjouteFin(UniChaine const& autre) const;
+    UniChaine AjouteFin(UniChaine const& autre) const
+    {
+        return sdd::detail::Jumeau(*this, [&](UniChaine& copie) { copie.AjouteFin(autre); });
+    }
     UniChaine& AjouteFin(char16_t c);
-    UniChaine AjouteFin(char16_t c) const;
+    UniChaine AjouteFin(char16_t c) const
+    {
+        return sdd::detail::Jumeau(*this, [&](UniChaine& copie) { copie.AjouteFin(c); });
+    }
     UniChaine& AjouteFin(char const* texte, Codage codage);
-    UniChaine AjouteFin(char const* texte, Codage codage) const;
+    UniChaine AjouteFin(char const* texte, Codage codage) const
+    {
+        return sdd::detail::Jumeau(*this,
+                                   [&](UniChaine& copie) { copie.AjouteFin(texte, codage); });
+    }
     UniChaine& AjouteDebut(UniChaine const& autre);
-    UniChaine AjouteDebut(UniChaine const& autre) const;
+    UniChaine AjouteDebut(UniChaine const& autre) const
+    {
+        return sdd::detail::Jumeau(*this, [&](UniChaine& copie) { copie.AjouteDebut(autre); });
+    }
     UniChaine& AjouteDebut(char16_t c);
-    UniChaine AjouteDebut(char16_t c) const;
+    UniChaine AjouteDebut(char16_t c) const
+    {
+        return sdd::detail::Jumeau(*this, [&](UniChaine& copie) { copie.AjouteDebut(c); });
+    }
     UniChaine& AjouteDebut(char const* texte, Codage codage);
-    UniChaine AjouteDebut(char const* texte, Codage codage) const;
+    UniChaine AjouteDebut(char const* texte, Codage codage) const
+    {
+        return sdd::detail::Jumeau(*this,
+                                   [&](UniChaine& copie) { copie.AjouteDebut(texte, codage); });
+    }
     UniChaine& operator+=(UniChaine const& autre) { return AjouteFin(autre); }
     UniChaine& operator+=(char16_t c) { return AjouteFin(c); }
 
     UniChaine& MetsCarAIndex(char16_t c, int index);
-    UniChaine MetsCarAIndex(char16_t c, int index) const;
+    UniChaine MetsCarAIndex(char16_t c, int index) const
+    {
+        return sdd::detail::Jumeau(*this, [&](UniChaine& copie) { copie.MetsCarAIndex(c, index); });
+    }
     // Les n unités depuis pos deviennent le texte donné.
     UniChaine& Remplace(int pos, int n, UniChaine const& par);
-    UniChaine Remplace(int pos, int n, UniChaine const& par) const;
+    UniChaine Remplace(int pos, int n, UniChaine const& par) const
+    {
+        return sdd::detail::Jumeau(*this, [&](UniChaine& copie) { copie.Remplace(pos, n, par); });
+    }
     // Chaque caractère égal à ancien sous m devient nouveau.
     UniChaine& Remplace(char16_t ancien, char16_t nouveau, Malgray m = 0);
-    UniChaine Remplace(char16_t ancien, char16_t nouveau, Malgray m = 0) const;
+    UniChaine Remplace(char16_t ancien, char16_t nouveau, Malgray m = 0) const
+    {
+        return sdd::detail::Jumeau(*this,
+                                   [&](UniChaine& copie) { copie.Remplace(ancien, nouveau, m); });
+    }
     // Chaque occurrence de ancien sous m, de gauche à droite sans chevauchement, devient
     // nouveau ; ancien vide ne change rien.
     UniChaine& Remplace(UniChaine const& ancien, UniChaine const& nouveau, Malgray m = 0);
-    UniChaine Remplace(UniChaine const& ancien, UniChaine const& nouveau, Malgray m = 0) const;
+    UniChaine Remplace(UniChaine const& ancien, UniChaine const& nouveau, Malgray m = 0) const
+    {
+        return sdd::detail::Jumeau(*this,
+                                   [&](UniChaine& copie) { copie.Remplace(ancien, nouveau, m); });
+    }
     // Comme Remplace, mais seulement les occurrences bordées de séparateurs de mot.
     UniChaine& RemplaceMotEntier(UniChaine const& ancien, UniChaine const& nouveau, Malgray m = 0);
     UniChaine RemplaceMotEntier(UniChaine const& ancien, UniChaine const& nouveau,
-                                Malgray m = 0) const;
+                                Malgray m = 0) const
+    {
+        return sdd::detail::Jumeau(
+            *this, [&](UniChaine& copie) { copie.RemplaceMotEntier(ancien, nouveau, m); });
+    }
     UniChaine& EnleveDebut(int n);
-    UniChaine EnleveDebut(int n) const;
+    UniChaine EnleveDebut(int n) const
+    {
+        return sdd::detail::Jumeau(*this, [&](UniChaine& copie) { copie.EnleveDebut(n); });
+    }
     UniChaine& EnleveFin(int n);
-    UniChaine EnleveFin(int n) const;
+    UniChaine EnleveFin(int n) const
+    {
+        return sdd::detail::Jumeau(*this, [&](UniChaine& copie) { copie.EnleveFin(n); });
+    }
     UniChaine& EnleveIntervalle(int pos, int n);
-    UniChaine EnleveIntervalle(int pos, int n) const;
+    UniChaine EnleveIntervalle(int pos, int n) const
+    {
+        return sdd::detail::Jumeau(*this,
+                                   [&](UniChaine& copie) { copie.EnleveIntervalle(pos, n); });
+    }
     // Garde les n unités depuis pos ; n négatif : jusqu'à la fin.
     UniChaine& SousChaine(int pos, int n = -1);
-    UniChaine SousChaine(int pos, int n = -1) const;
+    UniChaine SousChaine(int pos, int n = -1) const
+    {
+        return sdd::detail::Jumeau(*this, [&](UniChaine& copie) { copie.SousChaine(pos, n); });
+    }
     // Garde ce qui précède la première (la dernière) fin de ligne ; rien sans fin de ligne.
     UniChaine& CoupeAuPremierRC();
-    UniChaine CoupeAuPremierRC() const;
+    UniChaine CoupeAuPremierRC() const
+    {
+        return sdd::detail::Jumeau(*this, [&](UniChaine& copie) { copie.CoupeAuPremierRC(); });
+    }
     UniChaine& CoupeAuDernierRC();
-    UniChaine CoupeAuDernierRC() const;
+    UniChaine CoupeAuDernierRC() const
+    {
+        return sdd::detail::Jumeau(*this, [&](UniChaine& copie) { copie.CoupeAuDernierRC(); });
+    }
 
     // --- Questions ---
 
@@ -223,15 +285,29 @@ public:
     // Colonnes majuscule et minuscule de la table ; la minuscule laisse les commandes et
     // l'espace insécable (la table les replie sur l'espace pour les comparaisons).
     UniChaine& Majusculise();
-    UniChaine Majusculise() const;
+    UniChaine Majusculise() const
+    {
+        return sdd::detail::Jumeau(*this, [&](UniChaine& copie) { copie.Majusculise(); });
+    }
     UniChaine& Minusculise();
-    UniChaine Minusculise() const;
+    UniChaine Minusculise() const
+    {
+        return sdd::detail::Jumeau(*this, [&](UniChaine& copie) { copie.Minusculise(); });
+    }
     // Première lettre, après les blancs et la ponctuation de tête ; rien si le texte
     // commence par un chiffre.
     UniChaine& MajusculisePremiereLettre();
-    UniChaine MajusculisePremiereLettre() const;
+    UniChaine MajusculisePremiereLettre() const
+    {
+        return sdd::detail::Jumeau(*this,
+                                   [&](UniChaine& copie) { copie.MajusculisePremiereLettre(); });
+    }
     UniChaine& MinusculisePremiereLettre();
-    UniChaine MinusculisePremiereLettre() const;
+    UniChaine MinusculisePremiereLettre() const
+    {
+        return sdd::detail::Jumeau(*this,
+                                   [&](UniChaine& copie) { copie.MinusculisePremiereLettre(); });
+    }
     UniChaine DonneChaineMajusculiseePremiereLettre() const;
     // Lettres de base, tous les accents enlevés ; les blancs restent.
     UniChaine DonneChaineSansAccents() const;
@@ -243,46 +319,85 @@ public:
     bool CommenceParMajuscule() const noexcept;
     // Chaque ligature devient ses lettres (ß : « sz »).
     UniChaine& Deligature();
-    UniChaine Deligature() const;
+    UniChaine Deligature() const
+    {
+        return sdd::detail::Jumeau(*this, [&](UniChaine& copie) { copie.Deligature(); });
+    }
 
     // --- Nettoyage ---
 
     // Enlève les blancs de tête et de queue.
     UniChaine& NettoieBlancs();
-    UniChaine NettoieBlancs() const;
+    UniChaine NettoieBlancs() const
+    {
+        return sdd::detail::Jumeau(*this, [&](UniChaine& copie) { copie.NettoieBlancs(); });
+    }
     // Chaque suite de blancs devient une espace ; la dernière unité reste telle quelle,
     // comme pour sdd::ChaineN.
     UniChaine& ConsolideBlancs();
-    UniChaine ConsolideBlancs() const;
+    UniChaine ConsolideBlancs() const
+    {
+        return sdd::detail::Jumeau(*this, [&](UniChaine& copie) { copie.ConsolideBlancs(); });
+    }
     // Enlève les balises ; un « < » sans « > » reste, avec tout ce qui suit.
     UniChaine& NettoieHTML();
-    UniChaine NettoieHTML() const;
+    UniChaine NettoieHTML() const
+    {
+        return sdd::detail::Jumeau(*this, [&](UniChaine& copie) { copie.NettoieHTML(); });
+    }
     // Toute apostrophe (droite, typographique, accents grave et aigu isolés, guillemet
     // simple ouvrant) devient apostrophe.
     UniChaine& NormaliseApostrophe(char16_t apostrophe = u'\u2019');
-    UniChaine NormaliseApostrophe(char16_t apostrophe = u'\u2019') const;
+    UniChaine NormaliseApostrophe(char16_t apostrophe = u'\u2019') const
+    {
+        return sdd::detail::Jumeau(
+            *this, [&](UniChaine& copie) { copie.NormaliseApostrophe(apostrophe); });
+    }
     // Espace fine insécable : insécable ordinaire dans « », enlevée devant ! ? ;.
     UniChaine& AjusteTypographieSansEspaceFine();
-    UniChaine AjusteTypographieSansEspaceFine() const;
+    UniChaine AjusteTypographieSansEspaceFine() const
+    {
+        return sdd::detail::Jumeau(
+            *this, [&](UniChaine& copie) { copie.AjusteTypographieSansEspaceFine(); });
+    }
     // Une expression par ensemble typographique, avec son caractère canonique.
     using TableCarTypographiques = std::vector<sdd::Paire<QRegularExpression, char16_t>>;
     static TableCarTypographiques const& DonneTableCarTypographiques();
     // Remplace les caractères typographiques par leur forme canonique pour un codage
     // d'un octet ; rien pour UTF-8 et UTF-16.
     UniChaine& ConvertisCarsTypographiques(Codage codage);
-    UniChaine ConvertisCarsTypographiques(Codage codage) const;
+    UniChaine ConvertisCarsTypographiques(Codage codage) const
+    {
+        return sdd::detail::Jumeau(
+            *this, [&](UniChaine& copie) { copie.ConvertisCarsTypographiques(codage); });
+    }
     // Fins de ligne du codage : « \r » pour Mac OS Roman, « \n » pour ISO 8859-15,
     // « \r\n » pour Windows-1252 ; rien pour les autres.
     UniChaine& ConvertisRetoursDeCharriot(Codage codage);
-    UniChaine ConvertisRetoursDeCharriot(Codage codage) const;
+    UniChaine ConvertisRetoursDeCharriot(Codage codage) const
+    {
+        return sdd::detail::Jumeau(
+            *this, [&](UniChaine& copie) { copie.ConvertisRetoursDeCharriot(codage); });
+    }
     // Protège par « \ » la contre-oblique et les caractères de supplement.
     UniChaine& EncodeBackslash(UniChaine const& supplement = UniChaine());
-    UniChaine EncodeBackslash(UniChaine const& supplement = UniChaine()) const;
+    UniChaine EncodeBackslash(UniChaine const& supplement = UniChaine()) const
+    {
+        return sdd::detail::Jumeau(*this,
+                                   [&](UniChaine& copie) { copie.EncodeBackslash(supplement); });
+    }
     UniChaine& DecodeBackslash(UniChaine const& supplement = UniChaine());
-    UniChaine DecodeBackslash(UniChaine const& supplement = UniChaine()) const;
+    UniChaine DecodeBackslash(UniChaine const& supplement = UniChaine()) const
+    {
+        return sdd::detail::Jumeau(*this,
+                                   [&](UniChaine& copie) { copie.DecodeBackslash(supplement); });
+    }
     // a..z et A..Z tournent de 13, les chiffres de 5.
     UniChaine& CrypterRot13();
-    UniChaine CrypterRot13() const;
+    UniChaine CrypterRot13() const
+    {
+        return sdd::detail::Jumeau(*this, [&](UniChaine& copie) { copie.CrypterRot13(); });
+    }
 
     // --- Nombres ---
 
@@ -344,7 +459,6 @@ public:
     static void LibereLocale() noexcept;
     static UCollator* monCollatorLocale;
 
-
     // Caractère qui remplace les membres de chaque ensemble typographique de
     // UniCaractere::sCarsARemplacer, dans le même ordre.
     static const char16_t sCarsCanoniques[kNbEnsemblesTypographiques];
@@ -356,10 +470,14 @@ protected:
 
 private:
     void _LibereTampon() const noexcept;
-    // Vérifie que [pos, pos + n] tient dans le texte.
+    // Positions vérifiées comme pour sdd::ChaineN : au-delà du texte, IndexHorsBorne.
     void _VerifieIntervalle(int pos, int n) const;
-    // Occurrence de autre commençant exactement en k, sous m (sans ligatures).
-    bool _EgalEn(int k, QString const& autre, Malgray m) const noexcept;
+    void _VerifiePosition(int pos) const;
+    // Borne d'une recherche vers l'arrière : -1 vaut la fin.
+    std::size_t _Avant(int avant) const;
+    UniChaine& _RemplaceOccurrences(UniChaine const& ancien, UniChaine const& nouveau, Malgray m,
+                                    bool motEntier);
+    template <typename Retouche> UniChaine& _Remets(Retouche retouche);
 
     // Dernière conversion rendue par PreteCString.
     mutable char* _tampon = nullptr;

@@ -361,12 +361,23 @@ TEST(ChaineN, TransformationsSelonLaTable)
         std::u16string const maj = U16(c.Majusculise());
         std::u16string const min = U16(c.Minusculise());
         std::u16string const sans = U16(c.MinusculiseSansAccent());
+        // La colonne minuscule replie commandes et insécable sur l'espace : une
+        // transformation les garde. Les accents partent tous, un à la fois dans la colonne.
+        auto const minuscule = [](char16_t u) {
+            char16_t const m = gInfoUniCaractere[u][kInfoMinuscule];
+            return m == u' ' ? u : m;
+        };
+        auto const sansAccent = [](char16_t u) {
+            while (!(gInfoUniCaractere[u][kInfoClasseLettre] & kCarBlanc) &&
+                   gInfoUniCaractere[u][kInfoSansAccent] != u) {
+                u = gInfoUniCaractere[u][kInfoSansAccent];
+            }
+            return u;
+        };
         for (std::size_t k = 0; k < texte.size(); ++k) {
             ASSERT_EQ(maj[k], gInfoUniCaractere[texte[k]][kInfoMajuscule]);
-            ASSERT_EQ(min[k], gInfoUniCaractere[texte[k]][kInfoMinuscule]);
-            ASSERT_EQ(
-                sans[k],
-                gInfoUniCaractere[gInfoUniCaractere[texte[k]][kInfoSansAccent]][kInfoMinuscule]);
+            ASSERT_EQ(min[k], minuscule(texte[k]));
+            ASSERT_EQ(sans[k], minuscule(sansAccent(texte[k])));
         }
         ASSERT_EQ(c.Inverse().Inverse(), c);
         ASSERT_EQ(c.Deligature().Longueur(),
@@ -405,6 +416,10 @@ TEST(ChaineN, RecherchesCommeStdU16string)
         ChaineN const m(motif.data(), motif.size());
         unsigned long const depuis = hasard() % (texte.size() + 2);
         unsigned long pos = 0;
+        if (depuis > texte.size()) {
+            ASSERT_THROW(t.Contient(m, &pos, depuis), IndexHorsBorne);
+            continue;
+        }
         auto const attendu = texte.find(motif, depuis);
         ASSERT_EQ(t.Contient(m, &pos, depuis), attendu != std::u16string::npos);
         if (attendu != std::u16string::npos) {

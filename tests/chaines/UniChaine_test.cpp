@@ -91,83 +91,146 @@ QStringList TraductionsFrancaises(char const* catalogue)
 
 } // namespace
 
-TEST(UniChaine, CodagesAUnOctetAllerRetourSurLes256Octets)
+namespace {
+
+struct CodecNomme
 {
-    std::string tous(256, '\0');
-    for (int o = 0; o < 256; ++o)
-        tous[std::size_t(o)] = char(o);
-    for (auto codage :
-         {UniChaine::kMacRoman, UniChaine::kLatin9, UniChaine::kWinLatin1, UniChaine::kDOS}) {
-        UniChaine const s(tous, codage);
-        ASSERT_EQ(s.Longueur(), 256);
-        EXPECT_EQ(s.Longueur(codage), 256);
-        char const* octets = s.PreteCString(codage);
-        std::string attendu = tous;
-        if (codage == UniChaine::kWinLatin1) {
-            // Les cinq octets non attribués se lisent « ? ».
-            for (unsigned char o : {0x81, 0x8D, 0x8F, 0x90, 0x9D}) {
-                EXPECT_EQ(s[o], u'?');
-                attendu[o] = '?';
-            }
+    UniChaine::Codage codage;
+    char const* nom;
+};
+constexpr CodecNomme kCodecs[] = {{UniChaine::kMacRoman, "Macintosh"},
+                                  {UniChaine::kLatin9, "ISO 8859-15"},
+                                  {UniChaine::kWinLatin1, "windows-1252"},
+                                  {UniChaine::kUTF8, "utf8"},
+                                  {UniChaine::kUTF16, "utf16"},
+                                  {UniChaine::kDOS, "CP850"}};
+
+// Unités au hasard : ASCII, Latin-1, typographie, demi-codets appariés ou non, marques
+// d'ordre, n'importe quoi.
+QString UnitesAuHasard(std::mt19937& gen, int longueurMax)
+{
+    static std::u16string const choisies = u"aZ09 é€’«»½×\u00A0\u2028\uFEFF\uFFFE\uFFFD";
+    QString s;
+    for (int n = int(gen() % unsigned(longueurMax + 1)); n > 0; --n) {
+        switch (gen() % 5) {
+        case 0:
+            s += QChar(char16_t(gen() % 0x80));
+            break;
+        case 1:
+            s += QChar(choisies[gen() % choisies.size()]);
+            break;
+        case 2:
+            s += QChar(char16_t(0xD800 + gen() % 0x800)); // demi-codet, souvent seul
+            break;
+        case 3: {
+            char32_t const c = 0x10000 + gen() % 0x100000;
+            s += QString::fromUcs4(&c, 1);
+            break;
         }
-        EXPECT_EQ(std::string(octets, 256), attendu) << int(codage);
-        EXPECT_EQ(octets[256], '\0');
-        // Même chose par CreeCString et par un tampon de l'appelant.
-        std::unique_ptr<char[]> copie(s.CreeCString(codage));
-        EXPECT_EQ(std::string(copie.get(), 256), attendu);
-        char tampon[300];
-        EXPECT_EQ(s.PreteCString(codage, sizeof tampon, tampon), tampon);
-        EXPECT_EQ(std::string(tampon, 256), attendu);
+        default:
+            s += QChar(char16_t(gen() % 0x10000));
+        }
     }
-    // Le décodage d'ISO 8859-15 est celui de Qt.
-    if (QTextCodec* latin9 = QTextCodec::codecForName("ISO 8859-15")) {
-        EXPECT_EQ(UniChaine(tous, UniChaine::kLatin9).DonneQString(),
-                  latin9->toUnicode(tous.data(), 256));
-    }
-    EXPECT_EQ(UniChaine("\xA4", UniChaine::kLatin9)[0], u'€');
-    EXPECT_EQ(UniChaine("\x8E", UniChaine::kMacRoman)[0], u'é');
-    EXPECT_EQ(UniChaine("\x82", UniChaine::kDOS)[0], u'é');
-    // Symboles absents de Mac OS Roman : le losange.
-    EXPECT_STREQ(U(u"½×").PreteCString(UniChaine::kMacRoman),
-                 UniChaine(UniChaine(UniChaine::sCarCanoniqueLatin1NonMac) +
-                           UniChaine(UniChaine::sCarCanoniqueLatin1NonMac))
-                     .PreteCString(UniChaine::kMacRoman));
+    return s;
 }
 
-TEST(UniChaine, CodagesUnicodeEtCasLimites)
+} // namespace
+
+TEST(UniChaine, CodagesOctetPourOctetCommeLesCodecsNommes)
 {
     std::mt19937 gen(7);
-    QStringList const caracteres =
-        QString::fromUtf16(u"a é € \u2019 \U0001F600 \u00A0 z").split(u' ');
-    std::uniform_int_distribution<int> choix(0, caracteres.size() - 1);
-    for (int essai = 0; essai < 500; ++essai) {
-        QString texte;
-        for (int n = essai % 13; n > 0; --n)
-            texte += caracteres[choix(gen)];
-        UniChaine const s(texte);
-        char const* utf8 = s.PreteCString(UniChaine::kUTF8);
-        EXPECT_EQ(int(std::strlen(utf8)), s.Longueur(UniChaine::kUTF8));
-        EXPECT_EQ(QByteArray(utf8), s.DonneQString().toUtf8());
-        EXPECT_EQ(UniChaine(utf8), s);
-        char const* utf16 = s.PreteCString(UniChaine::kUTF16);
-        EXPECT_EQ(std::memcmp(utf16, s.PreteUniCString(), 2 * std::size_t(s.Longueur())), 0);
-        EXPECT_EQ(utf16[2 * s.Longueur()] | utf16[2 * s.Longueur() + 1], 0);
-        EXPECT_EQ(UniChaine(std::string(utf16, 2 * std::size_t(s.Longueur())), UniChaine::kUTF16),
-                  s);
+    for (auto const& [codage, nom] : kCodecs) {
+        QTextCodec* const codec = QTextCodec::codecForName(nom);
+        ASSERT_NE(codec, nullptr) << nom;
+        std::size_t const zero = codage == UniChaine::kUTF16 ? 2 : 1;
+        for (int essai = 0; essai < 400; ++essai) {
+            // Octets → texte, par chaque chemin.
+            std::string octets(gen() % 40, '\0');
+            for (char& o : octets)
+                o = char(gen());
+            if (essai == 0) {
+                octets.resize(256);
+                for (int o = 0; o < 256; ++o)
+                    octets[std::size_t(o)] = char(o);
+            }
+            QString const lu = codec->toUnicode(octets.data(), int(octets.size()));
+            ASSERT_EQ(UniChaine(octets, codage).DonneQString(), lu) << nom;
+            ASSERT_EQ(UniChaine(octets.data(), codage, int(octets.size())).DonneQString(), lu);
+            ASSERT_EQ(UniChaine().Mets(octets, codage).DonneQString(), lu);
+
+            // Texte → octets, par chaque chemin.
+            UniChaine const s(UnitesAuHasard(gen, 30));
+            QByteArray const forme = codec->fromUnicode(s.DonneQString());
+            ASSERT_EQ(s.Longueur(codage), forme.size()) << nom;
+            char const* prete = s.PreteCString(codage);
+            ASSERT_EQ(QByteArray(prete, forme.size()), forme) << nom;
+            ASSERT_EQ(std::string(prete + forme.size(), zero), std::string(zero, '\0'));
+            std::unique_ptr<char[]> copie(s.CreeCString(codage));
+            ASSERT_EQ(QByteArray(copie.get(), forme.size() + int(zero)),
+                      forme + QByteArray(int(zero), '\0'));
+
+            // Tampon de l'appelant : la plus longue tête faite de caractères entiers. Les
+            // demi-codets seuls sont écartés ici : le codec garde en attente celui qui finit
+            // une tête, qui ne dirait plus la longueur de sa forme.
+            QString entiers = s.DonneQString();
+            for (int j = 0; j < entiers.size(); ++j) {
+                if (entiers.at(j).isHighSurrogate() && j + 1 < entiers.size() &&
+                    entiers.at(j + 1).isLowSurrogate())
+                    ++j;
+                else if (entiers.at(j).isSurrogate())
+                    entiers[j] = QLatin1Char('x');
+            }
+            UniChaine const e(entiers);
+            QByteArray const formeEntiers = codec->fromUnicode(entiers);
+            unsigned const taille =
+                unsigned(gen() % unsigned(formeEntiers.size() + 4)) + unsigned(zero);
+            QByteArray attendu;
+            for (int j = 0; j <= e.Longueur(); ++j) {
+                if (j > 0 && j < e.Longueur() && QChar::isHighSurrogate(e[j - 1]) &&
+                    QChar::isLowSurrogate(e[j]))
+                    continue; // une paire ne se coupe pas
+                QByteArray const tete = codec->fromUnicode(entiers.left(j));
+                if (std::size_t(tete.size()) + zero > taille)
+                    break;
+                attendu = tete;
+            }
+            std::vector<char> tampon(taille, '\x55');
+            ASSERT_EQ(e.PreteCString(codage, taille, tampon.data()), tampon.data());
+            ASSERT_EQ(QByteArray(tampon.data(), attendu.size() + int(zero)),
+                      attendu + QByteArray(int(zero), '\0'))
+                << nom << " " << taille;
+        }
+        // Le texte vide a sa forme à lui (la marque d'ordre en UTF-16), sans rien écrire
+        // dans la chaîne vide partagée.
+        QByteArray const vide = codec->fromUnicode(QString());
+        EXPECT_EQ(QByteArray(kUniChaineNulle.PreteCString(codage), vide.size() + int(zero)),
+                  vide + QByteArray(int(zero), '\0'));
     }
-    // Chaque séquence UTF-8 invalide devient U+FFFD.
-    EXPECT_EQ(Texte(UniChaine("a\xC3(b\xFF")), u"a\uFFFD(b\uFFFD");
-    // Un tampon trop court ne coupe pas un caractère.
-    char tampon[3];
-    EXPECT_STREQ(U(u"aé").PreteCString(UniChaine::kUTF8, 3, tampon), "a");
-    EXPECT_EQ(U(u"aé").PreteCString(UniChaine::kUTF8, 0, tampon), nullptr);
+    // Ce qui distingue ces codecs des convertisseurs de sdd::ChaineN.
+    EXPECT_EQ(Texte(UniChaine("\xEF\xBB\xBF"
+                              "a",
+                              UniChaine::kUTF8)),
+              u"a");
+    EXPECT_EQ(Texte(UniChaine(std::string("\xFE\xFF\x00\x61", 4), UniChaine::kUTF16)), u"a");
+    EXPECT_EQ(U(u"a").Longueur(UniChaine::kUTF16), 4);
     // Codage inconnu.
     auto const inconnu = static_cast<UniChaine::Codage>(9);
     EXPECT_TRUE(UniChaine("abc", inconnu).EstVide());
     EXPECT_EQ(U(u"abc").PreteCString(inconnu), nullptr);
+    EXPECT_EQ(U(u"abc").CreeCString(inconnu), nullptr);
     EXPECT_EQ(U(u"abc").Longueur(inconnu), 0);
-    // Autres constructions.
-    EXPECT_EQ(Texte(UniChaine(L"ça\U0001F600")), u"ça\U0001F600");
+}
+
+TEST(UniChaine, ConstructionsGardentChaqueUnite)
+{
+    // Une marque d'ordre en tête est une unité comme une autre.
+    EXPECT_EQ(Texte(UniChaine(u"\uFEFFabc")), u"\uFEFFabc");
+    EXPECT_EQ(Texte(UniChaine(u"\uFFFEabc")), u"\uFFFEabc");
+    EXPECT_EQ(Texte(UniChaine(u"\uFEFFabc", 2)), u"\uFEFFa");
+    // Caractères larges : ce qui n'est pas un caractère devient U+FFFD.
+    wchar_t const larges[] = {L'ç', 0x1F600, 0x110000, 0xD800, wchar_t(-1), L'z', 0};
+    EXPECT_EQ(Texte(UniChaine(larges)), u"ç\U0001F600\uFFFD\uFFFD\uFFFDz");
+    EXPECT_EQ(Texte(UniChaine(larges, 2)), u"ç\U0001F600");
     EXPECT_EQ(Texte(UniChaine(u"abcdef", 3)), u"abc");
     EXPECT_EQ(Texte(UniChaine("abcdef", UniChaine::kUTF8, 2)), u"ab");
     EXPECT_EQ(UniChaine(u'x').Longueur(), 1);
@@ -177,6 +240,16 @@ TEST(UniChaine, CodagesUnicodeEtCasLimites)
     EXPECT_TRUE(s.Init().EstVide());
     EXPECT_TRUE(s.Mets("é", UniChaine::kUTF8) == U(u"é"));
     EXPECT_EQ(U(u"x").hash(), qHash(QStringLiteral("x"), 0));
+}
+
+TEST(UniChaine, TailleHorsDePorteeRefuseeSansToucherAuTexte)
+{
+    // Plus d'octets qu'un QString ne tient : refus net, avant toute allocation.
+    std::string const enorme(std::size_t(1) << 30, 'a');
+    UniChaine s(u"garde");
+    EXPECT_THROW(UniChaine(enorme, UniChaine::kLatin9), std::bad_array_new_length);
+    EXPECT_THROW(s.Mets(enorme, UniChaine::kLatin9), std::bad_array_new_length);
+    EXPECT_EQ(Texte(s), u"garde");
 }
 
 TEST(UniChaine, IndexHorsBorneLaisseLObjetIntact)
@@ -462,7 +535,10 @@ TEST(UniChaine, Nettoyages)
     EXPECT_EQ(Texte(U(u"«\u202Fa").AjusteTypographieSansEspaceFine()), u"«\u00A0a");
     EXPECT_EQ(Texte(U(u"a  b\tc\t").ConsolideBlancs()), u"a b c\t");
     EXPECT_EQ(Texte(U(u" a \u00A0 b ").ConsolideBlancs()), u" a b ");
-    EXPECT_EQ(Texte(U(u"a\t \n").ConsolideBlancs()), u"a ");
+    // La dernière unité reste telle quelle, blanche ou non.
+    EXPECT_EQ(Texte(U(u"a\t \n").ConsolideBlancs()), u"a \n");
+    EXPECT_EQ(Texte(U(u"a\t\t").ConsolideBlancs()), u"a \t");
+    EXPECT_EQ(Texte(U(u"a  ").ConsolideBlancs()), u"a  ");
     EXPECT_EQ(Texte(U(u" \t a b\u2028").NettoieBlancs()), u"a b");
     EXPECT_EQ(Texte(U(u"l'a l`b l´c ‘d’").NormaliseApostrophe()), u"l’a l’b l’c ’d’");
     EXPECT_EQ(Texte(U(u"a\rb\r\nc\nd").ConvertisRetoursDeCharriot(UniChaine::kWinLatin1)),

@@ -16,7 +16,7 @@ struct FicheNFC
     char16_t decomposition[2];
     std::uint16_t zero;
     std::uint32_t classeCombinaison;
-    char reponseNFC;  // 'Y', 'N' ou 'M' (oui, non, peut-être)
+    char reponseNFC; // 'Y', 'N' ou 'M' (oui, non, peut-être)
     char bourrage[3];
 };
 static_assert(sizeof(FicheNFC) == 16, "fiche NFC de 16 octets");
@@ -40,4 +40,4 @@ extern NOYAU_EXPORT const unsigned long gNbFichesNFC;
 extern NOYAU_EXPORT const PaireCompositionNFC gPairesCompositionNFC[];
 extern NOYAU_EXPORT const unsigned long gNbPairesCompositionNFC;
 
-}  // namespace sdd::detail
+} // namespace sdd::detail
