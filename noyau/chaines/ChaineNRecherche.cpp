@@ -8,22 +8,6 @@
 
 namespace sdd {
 
-namespace {
-
-// Rend la position trouvée dans *pos ; vrai si trouvée.
-bool Rends(std::size_t trouve, unsigned long* pos) noexcept
-{
-    if (trouve == detail::npos) {
-        return false;
-    }
-    if (pos != nullptr) {
-        *pos = trouve;
-    }
-    return true;
-}
-
-} // namespace
-
 // Comparaisons
 
 int ChaineN::Compare(ChaineN const& autre) const noexcept
@@ -84,13 +68,14 @@ bool ChaineN::Contient(ChaineN const& motif, unsigned long* pos, unsigned long d
                        Malgray m) const
 {
     detail::VerifiePosition(depuis, Longueur());
-    return Rends(detail::Trouve(_Etendue(), depuis, motif._Etendue(), m & _kMalgrayPermis), pos);
+    return detail::Rends(detail::Trouve(_Etendue(), depuis, motif._Etendue(), m & _kMalgrayPermis),
+                         pos);
 }
 
 bool ChaineN::Contient(char16_t c, unsigned long* pos, unsigned long depuis, Malgray m) const
 {
     detail::VerifiePosition(depuis, Longueur());
-    return Rends(detail::TrouveUnite(_Etendue(), depuis, c, m & _kMalgrayPermis), pos);
+    return detail::Rends(detail::TrouveUnite(_Etendue(), depuis, c, m & _kMalgrayPermis), pos);
 }
 
 bool ChaineN::Contient(char16_t const* texte, char16_t c, unsigned long* pos, Malgray m) noexcept
@@ -105,7 +90,7 @@ bool ChaineN::Contient(char16_t const* texte, unsigned long longueur, char16_t c
     if (texte == nullptr) {
         return false;
     }
-    return Rends(detail::TrouveUnite({texte, longueur}, 0, c, m & _kMalgrayPermis), pos);
+    return detail::Rends(detail::TrouveUnite({texte, longueur}, 0, c, m & _kMalgrayPermis), pos);
 }
 
 unsigned long ChaineN::_Avant(unsigned long avant) const
@@ -120,35 +105,36 @@ unsigned long ChaineN::_Avant(unsigned long avant) const
 bool ChaineN::TrouveDernier(ChaineN const& motif, unsigned long* pos, unsigned long avant,
                             Malgray m) const
 {
-    return Rends(
+    return detail::Rends(
         detail::TrouveDernier(_Etendue(), _Avant(avant), motif._Etendue(), m & _kMalgrayPermis),
         pos);
 }
 
 bool ChaineN::TrouveDernier(char16_t c, unsigned long* pos, unsigned long avant, Malgray m) const
 {
-    return Rends(detail::TrouveDerniereUnite(_Etendue(), _Avant(avant), c, m & _kMalgrayPermis),
-                 pos);
+    return detail::Rends(
+        detail::TrouveDerniereUnite(_Etendue(), _Avant(avant), c, m & _kMalgrayPermis), pos);
 }
 
 bool ChaineN::ContientMotEntier(ChaineN const& mot, unsigned long* pos, unsigned long depuis,
                                 Malgray m) const
 {
     detail::VerifiePosition(depuis, Longueur());
-    return Rends(detail::TrouveMotEntier(_Etendue(), depuis, mot._Etendue(), m & _kMalgrayPermis),
-                 pos);
+    return detail::Rends(
+        detail::TrouveMotEntier(_Etendue(), depuis, mot._Etendue(), m & _kMalgrayPermis), pos);
 }
 
 bool ChaineN::ContientUnCarDe(ChaineN const& cars, unsigned long* pos, unsigned long depuis) const
 {
     detail::VerifiePosition(depuis, Longueur());
-    return Rends(detail::TrouveUnDe(_Etendue(), depuis, cars._Etendue()), pos);
+    return detail::Rends(detail::TrouveUnDe(_Etendue(), depuis, cars._Etendue()), pos);
 }
 
 bool ChaineN::TrouveUnCarDeVersLArriere(ChaineN const& cars, unsigned long* pos,
                                         unsigned long depuis) const
 {
-    return Rends(detail::TrouveDernierUnDe(_Etendue(), _Avant(depuis), cars._Etendue()), pos);
+    return detail::Rends(detail::TrouveDernierUnDe(_Etendue(), _Avant(depuis), cars._Etendue()),
+                         pos);
 }
 
 bool ChaineN::ContientRegex(ExpressionReguliere const& expression, ListeC<Intervalle>* resultats,

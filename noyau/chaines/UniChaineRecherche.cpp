@@ -17,18 +17,6 @@ using sdd::detail::npos;
 
 namespace {
 
-// Rend la position trouvée dans *pos ; vrai si trouvée.
-bool Rends(std::size_t trouve, int* pos) noexcept
-{
-    if (trouve == npos) {
-        return false;
-    }
-    if (pos != nullptr) {
-        *pos = static_cast<int>(trouve);
-    }
-    return true;
-}
-
 bool AClasse(QString const& texte, int i, std::uint16_t bits) noexcept
 {
     return i >= 0 && i < texte.size() &&
@@ -62,7 +50,7 @@ std::size_t UniChaine::_Avant(int avant) const
 bool UniChaine::Contient(UniChaine const& autre, int* pos, int depuis, Malgray m) const
 {
     _VerifiePosition(depuis);
-    return Rends(
+    return sdd::detail::Rends(
         sdd::detail::Trouve(EtendueDe(_texte), std::size_t(depuis), EtendueDe(autre._texte), m),
         pos);
 }
@@ -70,25 +58,27 @@ bool UniChaine::Contient(UniChaine const& autre, int* pos, int depuis, Malgray m
 bool UniChaine::Contient(char16_t c, int* pos, int depuis, Malgray m) const
 {
     _VerifiePosition(depuis);
-    return Rends(sdd::detail::TrouveUnite(EtendueDe(_texte), std::size_t(depuis), c, m), pos);
+    return sdd::detail::Rends(
+        sdd::detail::TrouveUnite(EtendueDe(_texte), std::size_t(depuis), c, m), pos);
 }
 
 bool UniChaine::TrouveDernier(UniChaine const& autre, int* pos, int avant, Malgray m) const
 {
-    return Rends(
+    return sdd::detail::Rends(
         sdd::detail::TrouveDernier(EtendueDe(_texte), _Avant(avant), EtendueDe(autre._texte), m),
         pos);
 }
 
 bool UniChaine::TrouveDernier(char16_t c, int* pos, int avant, Malgray m) const
 {
-    return Rends(sdd::detail::TrouveDerniereUnite(EtendueDe(_texte), _Avant(avant), c, m), pos);
+    return sdd::detail::Rends(
+        sdd::detail::TrouveDerniereUnite(EtendueDe(_texte), _Avant(avant), c, m), pos);
 }
 
 bool UniChaine::ContientUnCarDe(UniChaine const& cars, int* pos, int depuis) const
 {
     _VerifiePosition(depuis);
-    return Rends(
+    return sdd::detail::Rends(
         sdd::detail::TrouveUnDe(EtendueDe(_texte), std::size_t(depuis), EtendueDe(cars._texte)),
         pos);
 }
@@ -96,9 +86,9 @@ bool UniChaine::ContientUnCarDe(UniChaine const& cars, int* pos, int depuis) con
 bool UniChaine::ContientMotEntier(UniChaine const& mot, int* pos, int depuis, Malgray m) const
 {
     _VerifiePosition(depuis);
-    return Rends(sdd::detail::TrouveMotEntier(EtendueDe(_texte), std::size_t(depuis),
-                                              EtendueDe(mot._texte), m),
-                 pos);
+    return sdd::detail::Rends(sdd::detail::TrouveMotEntier(EtendueDe(_texte), std::size_t(depuis),
+                                                           EtendueDe(mot._texte), m),
+                              pos);
 }
 
 bool UniChaine::ContientMalgrayLigature(UniChaine const& autre, int depuis, Malgray m, int* pos,
@@ -112,7 +102,7 @@ bool UniChaine::ContientMalgrayLigature(UniChaine const& autre, int depuis, Malg
     if (trouve != npos && longueur != nullptr) {
         *longueur = static_cast<int>(couvert);
     }
-    return Rends(trouve, pos);
+    return sdd::detail::Rends(trouve, pos);
 }
 
 bool UniChaine::CommencePar(UniChaine const& autre, Malgray m) const

@@ -17,6 +17,18 @@ namespace sdd::detail {
 using Etendue = std::u16string_view;
 constexpr std::size_t npos = Etendue::npos;
 
+// Rend la position trouvée dans *pos (quand pos n'est pas nul) ; vrai si trouvée.
+template <typename Position> bool Rends(std::size_t trouve, Position* pos) noexcept
+{
+    if (trouve == npos) {
+        return false;
+    }
+    if (pos != nullptr) {
+        *pos = static_cast<Position>(trouve);
+    }
+    return true;
+}
+
 // Égalité de deux unités sous les replis de m (accents, casse, typographie, espaces).
 inline bool UnitesEgales(char16_t a, char16_t b, Malgray m) noexcept
 {
