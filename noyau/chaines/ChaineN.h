@@ -425,7 +425,9 @@ public:
     ChaineN Joindre(ListeT<ChaineN, 2, 1, unsigned long> const& parties) const;
 
     // Flux : les unités dans le codage, puis une unité nulle (un octet, deux en UTF-16).
-    // Ecris renvoie la position du début. Lis remplace le texte ; un flux qui finit avant
+    // Ecris renvoie la position du début ; un texte qui ne se relirait pas unité pour unité
+    // (U+0000, demi-codet seul en UTF-8, unité absente d'une page de code) lève
+    // OperationInvalide sans rien écrire. Lis remplace le texte ; un flux qui finit avant
     // l'unité nulle lève OperationInvalide et la chaîne garde son texte.
     unsigned int Ecris(FluxSortie& flux, Codage codage = kUTF8) const;
     ChaineN& Lis(FluxEntree& flux, Codage codage = kUTF8);

@@ -5,6 +5,7 @@
 #include "noyau/erreurs/Exceptions.h"
 #include "noyau/flux/Flux.h"
 
+#include <algorithm>
 #include <string>
 
 namespace sdd {
@@ -12,14 +13,24 @@ namespace sdd {
 unsigned int ChaineN::Ecris(FluxSortie& flux, Codage codage) const
 {
     static constexpr char16_t kZero = 0;
-    // Le zéro termine la forme écrite : un texte qui en contient ne se relirait pas.
-    if (_Etendue().find(kZero) != std::u16string_view::npos) {
+    auto const& convertisseur = ConvertisseurChaineN::DonnePourCodage(codage);
+    // Rien ne s'écrit qui ne se relirait pas unité pour unité : ni zéro, qui termine la
+    // forme écrite, ni ce que le codage ne sait pas dire (demi-codet seul en UTF-8, unité
+    // absente d'une page de code).
+    std::string octets(convertisseur.MaxOctetsPourUnites(Longueur()), '\0');
+    octets.resize(
+        convertisseur.DepuisUTF16(PreteUniCString(), Longueur(), octets.data(), octets.size()));
+    std::u16string relu(convertisseur.MaxUnitesPourOctets(octets.size()), u'\0');
+    relu.resize(convertisseur.VersUTF16(octets.data(), octets.size(), relu.data()));
+    if (relu != _Etendue() || relu.find(kZero) != std::u16string::npos) {
         throw exceptions::OperationInvalide();
     }
-    auto const& convertisseur = ConvertisseurChaineN::DonnePourCodage(codage);
     unsigned int const debut = flux.DonnePosition();
-    if (!EstVide()) {
-        convertisseur.EcrisUnites(flux, _Unites(), Longueur());
+    constexpr std::size_t kTranche = std::size_t(1) << 20;
+    for (std::size_t i = 0; i < octets.size(); i += kTranche) {
+        std::size_t const n = std::min(kTranche, octets.size() - i);
+        flux.Mets(reinterpret_cast<unsigned char const*>(octets.data() + i),
+                  static_cast<unsigned int>(n));
     }
     convertisseur.EcrisUnites(flux, &kZero, 1); // le zéro final, dans le codage
     return debut;

@@ -147,7 +147,10 @@ ChaineN ChaineN::Format(ChaineN format, ...)
 
 ChaineN ChaineN::vFormat(ChaineN const& format, va_list arguments)
 {
-    std::u16string const texte = detail::Formate(format.DonneStdString(kUTF8).c_str(), arguments);
+    va_list copie; // un va_list reçu en paramètre ne se passe pas par adresse
+    va_copy(copie, arguments);
+    detail::FinArguments fin{copie};
+    std::u16string const texte = detail::Formate(format._Etendue(), &copie);
     return ChaineN(texte.data(), texte.size());
 }
 

@@ -18,10 +18,16 @@ int ChaineN::Compare(ChaineN const& autre) const noexcept
 
 bool ChaineN::Egal(ChaineN const& autre, Malgray m) const noexcept
 {
-    if (_texte == autre._texte && !(m & MalgrayLigatures)) {
-        return true;
+    if (_texte == autre._texte) {
+        return true; // un même texte reste égal à lui-même sous toute tolérance
     }
-    return detail::Egales(_Etendue(), autre._Etendue(), m & _kMalgrayPermis);
+    if (m & MalgrayLigatures) {
+        return detail::Egales(_Etendue(), autre._Etendue(), m & _kMalgrayPermis);
+    }
+    // Chemin le plus fréquent des recherches du lexique : sans détour.
+    return Longueur() == autre.Longueur() &&
+           detail::MemesUnites(PreteUniCString(), autre.PreteUniCString(), Longueur(),
+                               m & _kMalgrayPermis);
 }
 
 bool ChaineN::Egal(char16_t const* texte, unsigned long longueur, Malgray m) const noexcept

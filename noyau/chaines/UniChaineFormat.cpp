@@ -3,15 +3,7 @@
 #include "noyau/chaines/ChaineN.h"
 #include "noyau/chaines/UniChaine.h"
 #include "noyau/chaines/detail/Formatage.h"
-
-namespace {
-
-QString EnQString(std::u16string const& texte)
-{
-    return QString(reinterpret_cast<QChar const*>(texte.data()), static_cast<int>(texte.size()));
-}
-
-} // namespace
+#include "noyau/chaines/detail/UnitesQString.h"
 
 UniChaine::UniChaine(sdd::ChaineN const& texte)
     : UniChaine(texte.PreteUniCString(), static_cast<int>(texte.Longueur()))
@@ -33,17 +25,13 @@ UniChaine::UniChaine(Codage codage, char const* format, ...) : UniChaine()
 
 UniChaine& UniChaine::vsprintf(char const* format, va_list arguments)
 {
-    _texte = EnQString(sdd::detail::Formate(format != nullptr ? format : "", arguments));
-    return *this;
+    return vsprintf(kUTF8, format, arguments);
 }
 
 UniChaine& UniChaine::vsprintf(Codage codage, char const* format, va_list arguments)
 {
-    if (codage == kUTF8) {
-        return vsprintf(format, arguments);
-    }
-    std::string const utf8 = QString(UniChaine(format, codage)).toStdString();
-    return vsprintf(utf8.c_str(), arguments);
+    *this = vFormat(UniChaine(format, codage), arguments);
+    return *this;
 }
 
 UniChaine& UniChaine::sprintf(char const* format, ...)
@@ -66,7 +54,11 @@ UniChaine& UniChaine::sprintf(Codage codage, char const* format, ...)
 
 UniChaine UniChaine::vFormat(UniChaine const& format, va_list arguments)
 {
-    return UniChaine().vsprintf(QString(format).toStdString().c_str(), arguments);
+    va_list copie; // un va_list reçu en paramètre ne se passe pas par adresse
+    va_copy(copie, arguments);
+    sdd::detail::FinArguments fin{copie};
+    return UniChaine(sdd::detail::EnQString(
+        sdd::detail::Formate(sdd::detail::EtendueDe(format._texte), &copie)));
 }
 
 UniChaine UniChaine::Format(UniChaine format, ...)

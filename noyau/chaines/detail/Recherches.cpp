@@ -3,7 +3,6 @@
 #include "noyau/chaines/InfoUniCaractere.h"
 
 #include <algorithm>
-#include <array>
 #include <cstring>
 #include <utility>
 
@@ -21,14 +20,16 @@ template <Malgray M> bool MemesUnitesSelon(char16_t const* a, char16_t const* b,
     return true;
 }
 
-using Comparateur = bool (*)(char16_t const*, char16_t const*, std::size_t);
-
-// Une comparaison par combinaison des quatre bits de repli (0x02 à 0x10), indexée par m / 2.
-template <std::size_t... I> constexpr auto TableComparateurs(std::index_sequence<I...>)
+// Choisit, selon les quatre bits de repli (0x02 à 0x10), la boucle faite pour eux : des
+// appels directs, que le compilateur peut mettre en ligne.
+template <std::size_t... I>
+bool MemesUnitesSelonBits(Malgray replis, char16_t const* a, char16_t const* b, std::size_t n,
+                          std::index_sequence<I...>)
 {
-    return std::array<Comparateur, sizeof...(I)>{&MemesUnitesSelon<Malgray(I << 1)>...};
+    bool egal = false;
+    ((replis == I && (egal = MemesUnitesSelon<Malgray(I << 1)>(a, b, n), true)) || ...);
+    return egal;
 }
-constexpr auto kComparateurs = TableComparateurs(std::make_index_sequence<16>());
 
 } // namespace
 
@@ -38,7 +39,7 @@ bool MemesUnites(char16_t const* a, char16_t const* b, std::size_t n, Malgray m)
     if (replis == 0) {
         return n == 0 || std::memcmp(a, b, n * sizeof(char16_t)) == 0;
     }
-    return kComparateurs[replis](a, b, n);
+    return MemesUnitesSelonBits(replis, a, b, n, std::make_index_sequence<16>());
 }
 
 bool Egales(Etendue a, Etendue b, Malgray m) noexcept
