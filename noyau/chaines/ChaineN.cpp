@@ -120,9 +120,9 @@ ChaineN::ChaineN(Codage codage, char const* format, ...)
 
 void ChaineN::_LibereBloc() noexcept
 {
-    // _Compteur() trouve le compte à ces places.
-    static_assert(sizeof(BlocTas) == 12 && offsetof(BlocTas, compte) == 8);
-    static_assert(offsetof(BlocEmprunte, compte) == 4);
+    // _Compteur() et _Etendue() trouvent le compte et les unités à ces places.
+    static_assert(sizeof(BlocTas) == kTailleEnTete && offsetof(BlocTas, compte) == 8);
+    static_assert(offsetof(BlocEmprunte, compte) == 4 && offsetof(BlocEmprunte, unites) == 8);
     if (_EstEmprunte()) {
         delete _Emprunte();
     } else {
@@ -188,21 +188,12 @@ ChaineN& ChaineN::Vide() noexcept
 
 unsigned long ChaineN::Longueur() const noexcept
 {
-    // La longueur est le premier mot des deux sortes de blocs.
-    return _texte == 0 ? 0 : *reinterpret_cast<std::uint32_t const*>(_texte & ~std::uintptr_t(1));
+    return _Etendue().size();
 }
 
 unsigned long ChaineN::Capacite() const noexcept
 {
     return _texte == 0 || _EstEmprunte() ? 0 : _Tas()->capacite;
-}
-
-char16_t const* ChaineN::_Unites() const noexcept
-{
-    if (_EstEmprunte()) {
-        return _Emprunte()->unites;
-    }
-    return reinterpret_cast<char16_t const*>(reinterpret_cast<char const*>(_Tas()) + kTailleEnTete);
 }
 
 char16_t* ChaineN::_UnitesModifiables() noexcept
@@ -212,7 +203,7 @@ char16_t* ChaineN::_UnitesModifiables() noexcept
 
 char16_t const* ChaineN::PreteUniCString() const noexcept
 {
-    return _texte == 0 ? nullptr : _Unites();
+    return _Etendue().data();
 }
 
 void ChaineN::_MetsLongueur(unsigned long n) noexcept

@@ -454,7 +454,7 @@ private:
     void _LibereBloc() noexcept;
     BlocTas* _Tas() const noexcept { return reinterpret_cast<BlocTas*>(_texte); }
     BlocEmprunte* _Emprunte() const noexcept { return reinterpret_cast<BlocEmprunte*>(_texte - 1); }
-    char16_t const* _Unites() const noexcept;
+    char16_t const* _Unites() const noexcept { return _Etendue().data(); }
     char16_t* _UnitesModifiables() noexcept;
     void _MetsLongueur(unsigned long n) noexcept;
     void _Relache() noexcept;
@@ -472,7 +472,20 @@ private:
     // Début d'un intervalle compté depuis la fin ; borne d'une recherche vers l'arrière.
     unsigned long _DepuisFin(unsigned long pos) const;
     unsigned long _Avant(unsigned long avant) const;
-    std::u16string_view _Etendue() const noexcept { return {PreteUniCString(), Longueur()}; }
+    // Le texte, lu dans le bloc sans appel : la longueur est le premier mot des deux sortes
+    // de blocs ; les unités suivent l'en-tête d'un bloc du tas, un bloc emprunté garde leur
+    // adresse après la longueur et le compte.
+    std::u16string_view _Etendue() const noexcept
+    {
+        if (_texte == 0) {
+            return {};
+        }
+        std::uintptr_t const bloc = _texte & ~std::uintptr_t(1);
+        char16_t const* const unites = _EstEmprunte()
+                                           ? *reinterpret_cast<char16_t const* const*>(bloc + 8)
+                                           : reinterpret_cast<char16_t const*>(bloc + 12);
+        return {unites, *reinterpret_cast<std::uint32_t const*>(bloc)};
+    }
     // Tolérances que ChaineN connaît : MalgrayEspaces n'en est pas.
     static constexpr Malgray _kMalgrayPermis =
         MalgrayLigatures | MalgrayAccents | MalgrayCasse | MalgrayTypographie;

@@ -25,9 +25,10 @@ bool ChaineN::Egal(ChaineN const& autre, Malgray m) const noexcept
         return detail::Egales(_Etendue(), autre._Etendue(), m & _kMalgrayPermis);
     }
     // Chemin le plus fréquent des recherches du lexique : sans détour.
-    return Longueur() == autre.Longueur() &&
-           detail::MemesUnites(PreteUniCString(), autre.PreteUniCString(), Longueur(),
-                               m & _kMalgrayPermis);
+    std::u16string_view const a = _Etendue();
+    std::u16string_view const b = autre._Etendue();
+    return a.size() == b.size() &&
+           detail::MemesUnites(a.data(), b.data(), a.size(), m & _kMalgrayPermis);
 }
 
 bool ChaineN::Egal(char16_t const* texte, unsigned long longueur, Malgray m) const noexcept
