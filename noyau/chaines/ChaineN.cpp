@@ -400,10 +400,11 @@ ChaineN& ChaineN::Remplace(unsigned long pos, unsigned long n, ChaineN const& pa
     return _Remplace(pos, n, par.PreteUniCString(), par.Longueur());
 }
 
-// Début d'un intervalle compté depuis la fin.
+// Début d'un intervalle compté depuis la fin : les pos dernières unités doivent exister,
+// vérifiées comme l'intervalle (0, pos) pour que le message soit celui de UniChaine.
 unsigned long ChaineN::_DepuisFin(unsigned long pos) const
 {
-    detail::VerifiePosition(pos, Longueur());
+    detail::VerifieIntervalle(0, pos, Longueur());
     return Longueur() - pos;
 }
 

@@ -87,7 +87,15 @@ UniChaine UniChaine::DonneChaineEchappayPourcent(UniChaine const& garder, UniCha
     std::u16string const texte = sdd::detail::EchappePourcent(
         EtendueDe(_texte), EtendueDe(garder._texte), EtendueDe(forcer._texte),
         [codageOctets](std::u16string_view unites) {
-            return sdd::detail::EncodeUnites(unites.data(), unites.size(), codageOctets, false);
+            // Suivie d'un caractère ordinaire, comme dans le texte : un demi-codet seul en fin
+            // de suite reçoit le remplacement du codec, au lieu de rester en attente et de
+            // se perdre.
+            std::u16string suite(unites);
+            suite += u'a';
+            QByteArray octets =
+                sdd::detail::EncodeUnites(suite.data(), suite.size(), codageOctets, false);
+            octets.chop(int(sdd::detail::TailleTerminateur(codageOctets)));
+            return octets;
         });
     return UniChaine(sdd::detail::EnQString(texte));
 }

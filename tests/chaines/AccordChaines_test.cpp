@@ -190,6 +190,13 @@ TEST(AccordChaines, PositionsAuDelaDuTexteRefuseesSansRienChanger)
     EXPECT_EQ(Explication([&] { u.Remplace(1, INT_MAX, ux); }), "index=2147483647 min=0 max=3");
     EXPECT_EQ(Explication([&] { u.EnleveIntervalle(2, 5); }), "index=7 min=0 max=3");
     EXPECT_EQ(Explication([&] { u.EnleveDebut(-1); }), "index=2147483647 min=0 max=3");
+    for (unsigned long trop : {4ul, 1ul << 31, ULONG_MAX}) {
+        int const tropUni = static_cast<int>(trop); // 2^31 donne INT_MIN, ULONG_MAX donne -1
+        EXPECT_EQ(Explication([&] { c.EnleveFin(trop); }),
+                  Explication([&] { u.EnleveFin(tropUni); }))
+            << trop;
+    }
+    EXPECT_EQ(Explication([&] { c.RemplaceDepuisFin(5, 0, u'x'); }), "index=5 min=0 max=3");
     EXPECT_EQ(Explication([&] { c.Contient(x, &pc, ULONG_MAX); }), "index=-1 min=0 max=3");
     // Les bornes elles-mêmes sont permises ; la fin par défaut aussi.
     EXPECT_FALSE(c.Contient(u'a', &pc, 3));
@@ -250,4 +257,46 @@ TEST(AccordChaines, CaracteresTypographiquesRemplacesHorsUnicode)
     for (auto codage : {UniChaine::kUTF8, UniChaine::kUTF16}) {
         EXPECT_EQ(U16(texte.ConvertisCarsTypographiques(codage)), U16(texte));
     }
+}
+
+TEST(AccordChaines, MiseEnFormeGardeChaqueUnite)
+{
+    // Le format est pris unité pour unité : une marque d'ordre, un demi-codet seul restent.
+    std::u16string const format = u"\uFEFFa%d\xD800" u"b";
+    EXPECT_EQ(U16(ChaineN::Format(Cn(format), 5)), u"\uFEFFa5\xD800" u"b");
+    EXPECT_EQ(U16(UniChaine::Format(Uni(format), 5)), u"\uFEFFa5\xD800" u"b");
+    EXPECT_EQ(U16(ChaineN(ChaineN::kUTF8, "\xEF\xBB\xBF" "b%d", 1)), u"\uFEFFb1");
+    // %s est décodé par la bibliothèque : EF BB BF y reste U+FEFF.
+    EXPECT_EQ(U16(ChaineN::Format(Cn(u"[%s]"), "\xEF\xBB\xBF" "x")), u"[\uFEFFx]");
+    EXPECT_EQ(U16(UniChaine().sprintf("[%s]", "\xEF\xBB\xBF" "x")), u"[\uFEFFx]");
+    // Chaînes nulles, précision et largeur des textes, largeurs lues dans les arguments,
+    // conversion inconnue laissée telle quelle.
+    char16_t const* const nulle = nullptr;
+    EXPECT_EQ(U16(ChaineN::Format(Cn(u"%S|%y|%5.2s|%-4c|%*d|%-*d|%.*f|%lc"), nulle, "abc", 'z', 3,
+                                  7, 3, 8, 2, 3.14159, int(u'€'))),
+              u"|%y|   ab|z   |  7|8  |3.14|€");
+    // Les nombres, directive par directive, comme QString::asprintf.
+    std::mt19937 gen(11);
+    char const* const drapeaux[] = {"", "-", "+", " ", "#", "0", "-+", "0#"};
+    for (int essai = 0; essai < 2000; ++essai) {
+        std::string directive = std::string("%") + drapeaux[gen() % 8];
+        if (gen() % 2) {
+            directive += std::to_string(gen() % 12);
+        }
+        if (gen() % 2) {
+            directive += "." + std::to_string(gen() % 8);
+        }
+        long long const entier = static_cast<long long>(gen()) * (gen() % 2 ? 1 : -4099);
+        double const reel = double(static_cast<int>(gen())) / double(1 + gen() % 1000);
+        std::string const fEntier = directive + (gen() % 2 ? "lld" : "llx");
+        std::string const fReel = directive + "fegEG"[gen() % 5];
+        ASSERT_EQ(U16(ChaineN::Format(ChaineN(fEntier, ChaineN::kUTF8), entier)),
+                  U16(UniChaine(QString::asprintf(fEntier.c_str(), entier))))
+            << fEntier;
+        ASSERT_EQ(U16(UniChaine::Format(UniChaine(fReel.c_str()), reel)),
+                  U16(UniChaine(QString::asprintf(fReel.c_str(), reel))))
+            << fReel;
+    }
+    EXPECT_EQ(U16(ChaineN::Format(Cn(u"%hhd|%hu|%zu|%%|%"), 257, 65537, std::size_t(9))),
+              u"1|1|9|%|%");
 }

@@ -633,6 +633,13 @@ TEST(UniChaine, EchappementPourcentEtTexteReel)
     EXPECT_EQ(Texte(UniChaine::DonneChaineDesechappeePourcent(U(u"%41%e9"), UniChaine::kLatin9)),
               u"Aé");
     EXPECT_EQ(Texte(UniChaine::DonneChaineDesechappeePourcent(U(u"a%4"))), u"a%4");
+    // Un demi-codet seul reçoit le remplacement du codec, où qu'il soit : rien ne disparaît.
+    EXPECT_EQ(Texte(U(u"x\xD83D" u"a").DonneChaineEchappayPourcent(vide, vide)), u"x%3Fa");
+    EXPECT_EQ(Texte(U(u"\xDE00").DonneChaineEchappayPourcent(vide, vide)), u"%3F");
+    EXPECT_EQ(Texte(U(u"x\xD83D").DonneChaineEchappayPourcent(vide, vide, UniChaine::kMacRoman)),
+              u"x%3F");
+    EXPECT_EQ(Texte(U(u"\xD800").DonneChaineEchappayPourcent(vide, vide, UniChaine::kUTF16)),
+              u"%00%D8");
 
     // Vrai texte d'interface : échappement, UTF-8 et découpe font l'aller-retour.
     QStringList textes = TraductionsFrancaises("apt.mo") + TraductionsFrancaises("bash.mo");
