@@ -3,13 +3,12 @@
 #include "noyau/chaines/ChaineN.h"
 
 #include "noyau/chaines/detail/Formatage.h"
+#include "noyau/chaines/detail/Nombres.h"
 #include "noyau/chaines/detail/Retouches.h"
-#include "noyau/erreurs/Exceptions.h"
 
 #include <algorithm>
 #include <charconv>
 #include <string>
-#include <type_traits>
 
 namespace sdd {
 
@@ -19,32 +18,8 @@ template <typename Entier>
 ChaineN EcrisEntier(Entier valeur, unsigned long base, unsigned long largeur, bool zeros,
                     bool aGauche)
 {
-    if (base < 2 || base > 16) {
-        exceptions::LanceIndexHorsBorne(base, 2, 16);
-    }
-    static constexpr char16_t kChiffres[] = u"0123456789ABCDEF";
-    using NonSigne = std::make_unsigned_t<Entier>;
-    bool const negatif = valeur < 0;
-    NonSigne reste =
-        negatif ? NonSigne(0) - static_cast<NonSigne>(valeur) : static_cast<NonSigne>(valeur);
-    char16_t zone[100];
-    char16_t* debut = zone + 100;
-    do {
-        *--debut = kChiffres[reste % base];
-        reste /= base;
-    } while (reste != 0);
-    if (negatif) {
-        *--debut = u'-';
-    }
-    unsigned long const n = static_cast<unsigned long>(zone + 100 - debut);
-    ChaineN texte(debut, n);
-    if (largeur > n) {
-        // Le remplissage précède le signe : -5 sur 4 zéros donne « 00-5 », voulu.
-        ChaineN remplissage;
-        remplissage.AjouteFin(zeros ? u'0' : u' ', largeur - n);
-        aGauche ? texte.AjouteFin(remplissage) : texte.AjouteDebut(remplissage);
-    }
-    return texte;
+    std::u16string const texte = detail::EcrisEntier(valeur, base, largeur, zeros, aGauche);
+    return ChaineN(texte.data(), texte.size());
 }
 
 } // namespace
@@ -78,18 +53,8 @@ ChaineN ChaineN::DepuisNombre(unsigned long long v, unsigned long b, unsigned lo
 ChaineN ChaineN::DepuisNombre(double valeur, unsigned long decimales, unsigned long largeur,
                               bool zeros, bool aGauche)
 {
-    constexpr unsigned long kMaxDecimales = 64;
-    char zone[400];
-    auto const fin = std::to_chars(zone, zone + sizeof zone, valeur, std::chars_format::fixed,
-                                   static_cast<int>(std::min(decimales, kMaxDecimales)))
-                         .ptr;
-    ChaineN texte(zone, kUTF8, static_cast<unsigned long>(fin - zone));
-    if (largeur > texte.Longueur()) {
-        ChaineN remplissage;
-        remplissage.AjouteFin(zeros ? u'0' : u' ', largeur - texte.Longueur());
-        aGauche ? texte.AjouteFin(remplissage) : texte.AjouteDebut(remplissage);
-    }
-    return texte;
+    std::u16string const texte = detail::EcrisReel(valeur, decimales, largeur, zeros, aGauche);
+    return ChaineN(texte.data(), texte.size());
 }
 
 namespace {

@@ -401,13 +401,14 @@ public:
 
     // --- Nombres ---
 
-    // Texte dans la base donnée (2 à 36, chiffres majuscules) ; largeur complétée de zéros
-    // ou d'espaces, devant le signe compris, ou derrière quand aGauche est vrai.
+    // Texte dans la base donnée (2 à 16, chiffres majuscules, sinon IndexHorsBorne) ;
+    // largeur complétée de zéros ou d'espaces, devant le signe compris, ou derrière quand
+    // aGauche est vrai. Comme sdd::ChaineN::DepuisNombre.
     static UniChaine DepuisNombre(int n, int base = 10, int largeur = 0, bool zeros = false,
                                   bool aGauche = false);
     static UniChaine DepuisNombre(unsigned int n, int base = 10, int largeur = 0,
                                   bool zeros = false, bool aGauche = false);
-    // Virgule fixe, point décimal, decimales chiffres après lui.
+    // Virgule fixe, point décimal, decimales chiffres après lui (au plus 64).
     static UniChaine DepuisNombre(double x, int decimales);
     // Le texte lu en hexadécimal (préfixe « 0x » admis) ; 0 et *ok faux sinon.
     unsigned int DonneEntierHex(bool* ok = nullptr) const;

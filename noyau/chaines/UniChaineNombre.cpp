@@ -2,40 +2,13 @@
 
 #include "noyau/chaines/UniChaine.h"
 
-#include "noyau/erreurs/Exceptions.h"
+#include "noyau/chaines/detail/Nombres.h"
+#include "noyau/chaines/detail/UnitesQString.h"
 
 #include <algorithm>
 #include <cmath>
 
 namespace {
-
-constexpr int kBaseMin = 2;
-constexpr int kBaseMax = 36;
-
-void VerifieBase(int base)
-{
-    if (base < kBaseMin || base > kBaseMax) {
-        sdd::exceptions::LanceIndexHorsBorne(static_cast<unsigned long>(base), kBaseMin, kBaseMax);
-    }
-}
-
-// Comme sdd::ChaineN : chiffres majuscules, et le remplissage va devant le texte entier,
-// signe compris (-5 sur 4 zéros : « 00-5 »), ce que QString::arg ne fait pas.
-UniChaine EntierEnTexte(bool negatif, qulonglong valeur, int base, int largeur, bool zeros,
-                        bool aGauche)
-{
-    VerifieBase(base);
-    QString texte = QString::number(valeur, base).toUpper();
-    if (negatif) {
-        texte.prepend(QLatin1Char('-'));
-    }
-    if (texte.size() < largeur) {
-        QString const remplissage(largeur - texte.size(),
-                                  zeros ? QLatin1Char('0') : QLatin1Char(' '));
-        texte = aGauche ? texte + remplissage : remplissage + texte;
-    }
-    return UniChaine(texte);
-}
 
 struct Separateurs
 {
@@ -103,21 +76,32 @@ constexpr int kMaxDecimales = 17;
 
 } // namespace
 
+namespace {
+
+// Une largeur négative ne complète rien.
+unsigned long Largeur(int largeur)
+{
+    return largeur < 0 ? 0 : static_cast<unsigned long>(largeur);
+}
+
+} // namespace
+
 UniChaine UniChaine::DepuisNombre(int n, int base, int largeur, bool zeros, bool aGauche)
 {
-    qlonglong const valeur = n;
-    return EntierEnTexte(valeur < 0, qulonglong(valeur < 0 ? -valeur : valeur), base, largeur,
-                         zeros, aGauche);
+    return UniChaine(sdd::detail::EnQString(sdd::detail::EcrisEntier(
+        n, static_cast<unsigned long>(base), Largeur(largeur), zeros, aGauche)));
 }
 
 UniChaine UniChaine::DepuisNombre(unsigned int n, int base, int largeur, bool zeros, bool aGauche)
 {
-    return EntierEnTexte(false, n, base, largeur, zeros, aGauche);
+    return UniChaine(sdd::detail::EnQString(sdd::detail::EcrisEntier(
+        n, static_cast<unsigned long>(base), Largeur(largeur), zeros, aGauche)));
 }
 
 UniChaine UniChaine::DepuisNombre(double x, int decimales)
 {
-    return UniChaine(QString::number(x, 'f', std::clamp(decimales, 0, kMaxDecimales)));
+    return UniChaine(sdd::detail::EnQString(sdd::detail::EcrisReel(
+        x, decimales < 0 ? 0 : static_cast<unsigned long>(decimales), 0, false, false)));
 }
 
 unsigned int UniChaine::DonneEntierHex(bool* ok) const

@@ -266,55 +266,36 @@ UniChaine& UniChaine::ConvertisRetoursDeCharriot(Codage codage)
 
 namespace {
 
-// La contre-oblique, puis les caractères du supplément qui n'en sont pas.
-QString CaracteresAProteger(UniChaine const& supplement)
+// La contre-oblique, puis les caractères du supplément sans ses contre-obliques, doublons
+// compris.
+QString ListeCaracteresTraitementBackslashAvecCaracteresSupplementaires(UniChaine const& supplement)
 {
-    QString liste(QLatin1Char('\\'));
-    for (QChar q : supplement.DonneQString()) {
-        if (!liste.contains(q)) {
-            liste += q;
-        }
-    }
-    return liste;
+    QString liste = supplement.DonneQString();
+    liste.remove(QLatin1Char('\\'));
+    return liste.prepend(QLatin1Char('\\'));
 }
 
 } // namespace
 
-// Une passe qui protège chaque caractère de la liste revient aux remplacements successifs,
-// contre-oblique d'abord, sans en redoubler aucune.
+// Un remplacement par caractère de la liste, dans son ordre : la contre-oblique d'abord, pour
+// que celles qu'ajoutent les suivants ne soient pas doublées. Un doublon du supplément
+// protège deux fois, comme le veut cet ordre.
 UniChaine& UniChaine::EncodeBackslash(UniChaine const& supplement)
 {
-    QString const liste = CaracteresAProteger(supplement);
-    QString resultat;
-    resultat.reserve(_texte.size() + 8);
-    for (QChar q : qAsConst(_texte)) {
-        if (liste.contains(q)) {
-            resultat += QLatin1Char('\\');
-        }
-        resultat += q;
-    }
-    if (resultat.size() != _texte.size()) {
-        _texte = resultat;
+    for (QChar c : ListeCaracteresTraitementBackslashAvecCaracteresSupplementaires(supplement)) {
+        _texte.replace(c, QString(QLatin1Char('\\')) + c);
     }
     return *this;
 }
 
+// L'inverse : les mêmes remplacements défaits, du dernier au premier.
 UniChaine& UniChaine::DecodeBackslash(UniChaine const& supplement)
 {
-    if (!_texte.contains(QLatin1Char('\\'))) {
-        return *this;
+    QString const liste =
+        ListeCaracteresTraitementBackslashAvecCaracteresSupplementaires(supplement);
+    for (int k = liste.size() - 1; k >= 0; --k) {
+        _texte.replace(QString(QLatin1Char('\\')) + liste[k], QString(liste[k]));
     }
-    QString const liste = CaracteresAProteger(supplement);
-    int const n = _texte.size();
-    QString resultat;
-    resultat.reserve(n);
-    for (int i = 0; i < n; ++i) {
-        if (_texte[i] == QLatin1Char('\\') && i + 1 < n && liste.contains(_texte[i + 1])) {
-            ++i;
-        }
-        resultat += _texte[i];
-    }
-    _texte = resultat;
     return *this;
 }
 

@@ -197,6 +197,13 @@ TEST(AccordChaines, PositionsAuDelaDuTexteRefuseesSansRienChanger)
             << trop;
     }
     EXPECT_EQ(Explication([&] { c.RemplaceDepuisFin(5, 0, u'x'); }), "index=5 min=0 max=3");
+    // Nombres : mêmes bases, mêmes textes.
+    EXPECT_EQ(Explication([&] { UniChaine::DepuisNombre(255, 17); }),
+              Explication([&] { ChaineN::DepuisNombre(255, 17); }));
+    EXPECT_EQ(U16(UniChaine::DepuisNombre(-5, 10, 4, true)),
+              U16(ChaineN::DepuisNombre(-5, 10, 4, true)));
+    EXPECT_EQ(U16(UniChaine::DepuisNombre(0.1, 20)), U16(ChaineN::DepuisNombre(0.1, 20)));
+    EXPECT_EQ(U16(UniChaine::DepuisNombre(0.1, 20)), u"0.10000000000000000555");
     EXPECT_EQ(Explication([&] { c.Contient(x, &pc, ULONG_MAX); }), "index=-1 min=0 max=3");
     // Les bornes elles-mêmes sont permises ; la fin par défaut aussi.
     EXPECT_FALSE(c.Contient(u'a', &pc, 3));
@@ -262,13 +269,24 @@ TEST(AccordChaines, CaracteresTypographiquesRemplacesHorsUnicode)
 TEST(AccordChaines, MiseEnFormeGardeChaqueUnite)
 {
     // Le format est pris unité pour unité : une marque d'ordre, un demi-codet seul restent.
-    std::u16string const format = u"\uFEFFa%d\xD800" u"b";
-    EXPECT_EQ(U16(ChaineN::Format(Cn(format), 5)), u"\uFEFFa5\xD800" u"b");
-    EXPECT_EQ(U16(UniChaine::Format(Uni(format), 5)), u"\uFEFFa5\xD800" u"b");
-    EXPECT_EQ(U16(ChaineN(ChaineN::kUTF8, "\xEF\xBB\xBF" "b%d", 1)), u"\uFEFFb1");
+    std::u16string const format = u"\uFEFFa%d\xD800"
+                                  u"b";
+    EXPECT_EQ(U16(ChaineN::Format(Cn(format), 5)), u"\uFEFFa5\xD800"
+                                                   u"b");
+    EXPECT_EQ(U16(UniChaine::Format(Uni(format), 5)), u"\uFEFFa5\xD800"
+                                                      u"b");
+    EXPECT_EQ(U16(ChaineN(ChaineN::kUTF8,
+                          "\xEF\xBB\xBF"
+                          "b%d",
+                          1)),
+              u"\uFEFFb1");
     // %s est décodé par la bibliothèque : EF BB BF y reste U+FEFF.
-    EXPECT_EQ(U16(ChaineN::Format(Cn(u"[%s]"), "\xEF\xBB\xBF" "x")), u"[\uFEFFx]");
-    EXPECT_EQ(U16(UniChaine().sprintf("[%s]", "\xEF\xBB\xBF" "x")), u"[\uFEFFx]");
+    EXPECT_EQ(U16(ChaineN::Format(Cn(u"[%s]"), "\xEF\xBB\xBF"
+                                               "x")),
+              u"[\uFEFFx]");
+    EXPECT_EQ(U16(UniChaine().sprintf("[%s]", "\xEF\xBB\xBF"
+                                              "x")),
+              u"[\uFEFFx]");
     // Chaînes nulles, précision et largeur des textes, largeurs lues dans les arguments,
     // conversion inconnue laissée telle quelle.
     char16_t const* const nulle = nullptr;

@@ -572,12 +572,15 @@ TEST(UniChaine, Nettoyages)
         UniChaine const s(AuHasard(gen, QStringLiteral("\\\\n\"a'Z9 "), 10));
         UniChaine const code = s.EncodeBackslash(U(u"\"n\\"));
         EXPECT_EQ(code.DecodeBackslash(U(u"\"n")), s);
+        // Un doublon du supplément protège deux fois ; le décodage le défait aussi.
+        EXPECT_EQ(s.EncodeBackslash(U(u"aa")).DecodeBackslash(U(u"aa")), s);
         EXPECT_EQ(code.Longueur(), s.Longueur() + s.DonneQString().count(QLatin1Char('\\')) +
                                        s.DonneQString().count(QLatin1Char('"')) +
                                        s.DonneQString().count(QLatin1Char('n')));
         EXPECT_EQ(s.CrypterRot13().CrypterRot13(), s);
     }
     EXPECT_EQ(Texte(U(u"a\\b\"").EncodeBackslash(U(u"\""))), u"a\\\\b\\\"");
+    EXPECT_EQ(Texte(U(u"a").EncodeBackslash(U(u"aa"))), u"\\\\a");
     EXPECT_EQ(Texte(U(u"Hello, World 2024 é").CrypterRot13()), u"Uryyb, Jbeyq 7579 é");
 }
 
