@@ -4,7 +4,6 @@
 #include "noyau/chaines/ChaineN.h"
 #include "noyau/chaines/UniChaine.h"
 #include "noyau/erreurs/Exceptions.h"
-#include "noyau/flux/TamponMemoire.h"
 
 #include <gtest/gtest.h>
 
@@ -212,27 +211,6 @@ TEST(AccordChaines, PositionsAuDelaDuTexteRefuseesSansRienChanger)
     EXPECT_TRUE(u.TrouveDernier(u'c', &pu, 3));
     EXPECT_EQ(U16(c.SousChaine(1)), u"bc");
     EXPECT_EQ(U16(u.SousChaine(3, -1)), u"");
-}
-
-TEST(AccordChaines, TexteEmprunteToujoursSuiviDUnZero)
-{
-    static char16_t const emprunt[] = u"emprunt";
-    ChaineN const tete(emprunt, 3, true);
-    EXPECT_EQ(U16(tete), u"emp");
-    EXPECT_EQ(tete.PreteUniCString()[3], u'\0');
-    EXPECT_EQ(emprunt[3], u'r');
-    ChaineN const entier(emprunt, 7, true);
-    EXPECT_EQ(entier.PreteUniCString(), emprunt); // vraiment emprunté
-}
-
-TEST(AccordChaines, UniteNulleRefuseeAvantDEcrire)
-{
-    sdd::TamponMemoire flux(16);
-    flux.Mets('#');
-    char16_t const avecZero[] = {u'a', 0, u'b'};
-    EXPECT_THROW(ChaineN(avecZero, 3).Ecris(flux), sdd::exceptions::OperationInvalide);
-    EXPECT_EQ(flux.DonneTaille(), 1u);
-    EXPECT_EQ(ChaineN(u"suivante").Ecris(flux), 1u);
 }
 
 TEST(AccordChaines, ChainesVidesPartageesLuesDeTousLesFils)
