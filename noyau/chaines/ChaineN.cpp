@@ -294,12 +294,12 @@ ChaineN& ChaineN::_Remplace(unsigned long pos, unsigned long n, char16_t const* 
 ChaineN& ChaineN::_RemplaceOctets(unsigned long pos, unsigned long n, char const* octets,
                                   Codage codage, unsigned long nbOctets)
 {
+    auto const& convertisseur = ConvertisseurChaineN::DonnePourCodage(codage);
     if (octets == nullptr) {
         nbOctets = 0;
     } else if (nbOctets == kJusquAuZero) {
-        nbOctets = std::strlen(octets);
+        nbOctets = convertisseur.OctetsAvantLeZero(octets);
     }
-    auto const& convertisseur = ConvertisseurChaineN::DonnePourCodage(codage);
     if (pos == 0 && n == 0 && _texte == 0) {
         // Cas courant de la construction : décodage direct dans le bloc.
         _Assure(convertisseur.MaxUnitesPourOctets(nbOctets));

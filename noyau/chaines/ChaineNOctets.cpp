@@ -29,21 +29,22 @@ char* ChaineN::_TamponDeConversion(std::size_t taille) const
 
 char const* ChaineN::PreteCString(Codage codage, unsigned long taille, char* tampon) const
 {
+    std::u16string_view const texte = _Etendue();
     // Les chaînes vides partagées sont lues de tous les fils : rien ne s'écrit en elles.
     static constexpr char kVide[2] = {0, 0};
-    if (tampon == nullptr && EstVide()) {
+    if (tampon == nullptr && texte.empty()) {
         return kVide;
     }
     auto const& convertisseur = ConvertisseurChaineN::DonnePourCodage(codage);
     std::size_t const terminateur = convertisseur.TailleTerminateur();
     if (tampon == nullptr) {
-        taille = convertisseur.MaxOctetsPourUnites(Longueur()) + terminateur;
+        taille = convertisseur.MaxOctetsPourUnites(texte.size()) + terminateur;
         tampon = _TamponDeConversion(taille);
     } else if (taille < terminateur) {
         return nullptr;
     }
     std::size_t const n =
-        convertisseur.DepuisUTF16(PreteUniCString(), Longueur(), tampon, taille - terminateur);
+        convertisseur.DepuisUTF16(texte.data(), texte.size(), tampon, taille - terminateur);
     std::memset(tampon + n, 0, terminateur);
     return tampon;
 }

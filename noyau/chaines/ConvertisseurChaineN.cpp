@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <cstring>
 #include <memory>
 
 namespace sdd {
@@ -73,6 +74,18 @@ void ConvertisseurChaineN::EcrisUnites(FluxSortie& flux, char16_t const* unites,
         unites += tranche;
         n -= tranche;
     }
+}
+
+std::size_t ConvertisseurChaineN::OctetsAvantLeZero(char const* octets) const noexcept
+{
+    if (TailleTerminateur() == 1) {
+        return std::strlen(octets);
+    }
+    std::size_t n = 0;
+    while (octets[n] != 0 || octets[n + 1] != 0) {
+        n += 2;
+    }
+    return n;
 }
 
 void ConvertisseurChaineN::LibereTous() noexcept

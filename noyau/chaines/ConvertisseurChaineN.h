@@ -32,6 +32,8 @@ public:
 
     // Octets du zéro final d'une chaîne dans ce codage.
     virtual std::size_t TailleTerminateur() const noexcept { return 1; }
+    // Octets qui précèdent le zéro final (une unité nulle entière en UTF-16).
+    std::size_t OctetsAvantLeZero(char const* octets) const noexcept;
 
     // Écrit n unités dans le flux, par tranches converties avec DepuisUTF16 ; une paire de
     // demi-codets n'est jamais coupée entre deux tranches.

@@ -3,6 +3,7 @@
 #include "noyau/chaines/UniChaine.h"
 
 #include "noyau/chaines/ChaineN.h"
+#include "noyau/chaines/ConvertisseurChaineN.h"
 #include "noyau/chaines/detail/Bornes.h"
 #include "noyau/chaines/detail/CodecsUniChaine.h"
 #include "noyau/chaines/detail/Recherches.h"
@@ -19,9 +20,14 @@ namespace {
 
 QString Decode(char const* octets, int longueur, UniChaine::Codage codage)
 {
-    std::size_t const n = octets == nullptr ? 0
-                          : longueur < 0    ? std::strlen(octets)
-                                            : std::size_t(longueur);
+    int const codageChaineN = UniChaine::DonneCodageChaineN(codage);
+    std::size_t n = octets == nullptr ? 0 : std::size_t(longueur);
+    if (octets != nullptr && longueur < 0) {
+        // Jusqu'au zéro final : une unité nulle entière en UTF-16.
+        n = codageChaineN < 0 ? 0
+                              : sdd::ConvertisseurChaineN::DonnePourCodage(codageChaineN)
+                                    .OctetsAvantLeZero(octets);
+    }
     return sdd::detail::DecodeOctets(octets, n, codage);
 }
 

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <cstdio>
 #include <functional>
 #include <random>
 #include <string>
@@ -271,28 +272,57 @@ TEST(AccordChaines, MiseEnFormeGardeChaqueUnite)
     EXPECT_EQ(U16(ChaineN::Format(Cn(u"%S|%y|%5.2s|%-4c|%*d|%-*d|%.*f|%lc"), nulle, "abc", 'z', 3,
                                   7, 3, 8, 2, 3.14159, int(u'€'))),
               u"|%y|   ab|z   |  7|8  |3.14|€");
-    // Les nombres, directive par directive, comme QString::asprintf.
+    // Les entiers comme le C, drapeaux compris ; les réels comme Qt (sans locale).
     std::mt19937 gen(11);
-    char const* const drapeaux[] = {"", "-", "+", " ", "#", "0", "-+", "0#"};
-    for (int essai = 0; essai < 2000; ++essai) {
-        std::string directive = std::string("%") + drapeaux[gen() % 8];
+    char const* const drapeaux[] = {"", "-", "+", " ", "#", "0", "-+", "0#", "+ #"};
+    char const* const tailles[] = {"", "hh", "h", "l", "ll", "j", "z"};
+    for (int essai = 0; essai < 3000; ++essai) {
+        std::string directive = std::string("%") + drapeaux[gen() % 9];
         if (gen() % 2) {
             directive += std::to_string(gen() % 12);
         }
         if (gen() % 2) {
             directive += "." + std::to_string(gen() % 8);
         }
-        long long const entier = static_cast<long long>(gen()) * (gen() % 2 ? 1 : -4099);
-        double const reel = double(static_cast<int>(gen())) / double(1 + gen() % 1000);
-        std::string const fEntier = directive + (gen() % 2 ? "lld" : "llx");
-        std::string const fReel = directive + "fegEG"[gen() % 5];
-        ASSERT_EQ(U16(ChaineN::Format(ChaineN(fEntier, ChaineN::kUTF8), entier)),
-                  U16(UniChaine(QString::asprintf(fEntier.c_str(), entier))))
+        long long const entier =
+            static_cast<long long>(gen() % 3 ? gen() : 0) * (gen() % 2 ? 1 : -4099);
+        std::string const fEntier = directive + tailles[gen() % 7] + "diuoxX"[gen() % 6];
+        char attendu[128];
+        std::snprintf(attendu, sizeof attendu, fEntier.c_str(), entier);
+        ASSERT_EQ(ChaineN::Format(ChaineN(fEntier, ChaineN::kUTF8), entier).DonneStdString(),
+                  attendu)
             << fEntier;
+        double const reel = double(static_cast<int>(gen())) / double(1 + gen() % 1000);
+        std::string const fReel = directive + "fegEG"[gen() % 5];
         ASSERT_EQ(U16(UniChaine::Format(UniChaine(fReel.c_str()), reel)),
                   U16(UniChaine(QString::asprintf(fReel.c_str(), reel))))
             << fReel;
     }
+    // Rien n'est lu au-delà de la précision, et un caractère n'est jamais coupé.
+    char const sansZero[3] = {'a', 'b', 'c'};
+    char16_t const sansZero16[2] = {u'x', u'y'};
+    EXPECT_EQ(U16(ChaineN::Format(Cn(u"%.3s|%.2S|%.1s|%.4s|%.1S"), sansZero, sansZero16,
+                                  "\xF0\x9F\x98\x80", "\xF0\x9F\x98\x80", u"\U0001F600")),
+              u"abc|xy||\U0001F600|");
+    // Largeurs et précisions bornées, même lues dans les arguments.
+    EXPECT_EQ(ChaineN::Format(Cn(u"%*d"), INT_MAX, 1).Longueur(), 1000u);
+    EXPECT_EQ(ChaineN::Format(Cn(u"%*d"), INT_MIN, 1).Longueur(), 1000u);
+    EXPECT_EQ(ChaineN::Format(Cn(u"%.*f"), INT_MAX, 0.5).Longueur(), 1002u);
+    // %n écrit un entier de la taille demandée, et rien sans adresse.
+    struct
+    {
+        signed char compte;
+        signed char garde[3];
+    } zone = {0, {11, 22, 33}};
+    long long grand = -1;
+    ChaineN::Format(Cn(u"abcd%hhn%lln%n"), &zone.compte, &grand, static_cast<int*>(nullptr));
+    EXPECT_EQ(zone.compte, 4);
+    EXPECT_EQ(zone.garde[0] + zone.garde[1] + zone.garde[2], 66);
+    EXPECT_EQ(grand, 4);
+    EXPECT_EQ(U16(ChaineN::Format(Cn(u"%lc%lc"), 0x1F600, 0x110000)), u"\U0001F600\uFFFD");
+    // Un format en UTF-16 va jusqu'à l'unité nulle, pas jusqu'au premier octet nul.
+    EXPECT_EQ(U16(ChaineN(ChaineN::kUTF16LE, reinterpret_cast<char const*>(u"<%d>"), 42)), u"<42>");
+    EXPECT_EQ(U16(UniChaine(reinterpret_cast<char const*>(u"<é>"), UniChaine::kUTF16)), u"<é>");
     EXPECT_EQ(U16(ChaineN::Format(Cn(u"%hhd|%hu|%zu|%%|%"), 257, 65537, std::size_t(9))),
               u"1|1|9|%|%");
 }

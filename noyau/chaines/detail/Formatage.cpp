@@ -4,9 +4,11 @@
 
 #include <QString>
 
+#include <algorithm>
 #include <climits>
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
 
 namespace sdd::detail {
@@ -40,6 +42,10 @@ struct Directive
     }
 };
 
+// Largeurs et précisions au-delà ne sont pas prises : elles ne serviraient qu'à épuiser la
+// mémoire ou le temps.
+constexpr int kPlusGrandeLargeur = 1000;
+
 bool EstParmi(char16_t u, char const* liste)
 {
     return u != 0 && u < 0x80 && std::strchr(liste, static_cast<char>(u)) != nullptr;
@@ -49,7 +55,7 @@ int LisNombre(std::u16string_view format, std::size_t& i)
 {
     int n = 0;
     while (i < format.size() && format[i] >= u'0' && format[i] <= u'9') {
-        n = n < 100000 ? n * 10 + (format[i] - u'0') : n; // largeurs absurdes bornées
+        n = std::min(n * 10 + (format[i] - u'0'), kPlusGrandeLargeur);
         ++i;
     }
     return n;
@@ -63,11 +69,13 @@ Directive LisDirective(std::u16string_view format, std::size_t i, va_list* argum
     }
     if (i < format.size() && format[i] == u'*') {
         ++i;
-        d.largeur = va_arg(*arguments, int);
-        if (d.largeur < 0) {
+        int const largeur = va_arg(*arguments, int);
+        if (largeur < 0) {
             d.drapeaux += '-'; // largeur négative : à gauche, comme en C
-            d.largeur = d.largeur == INT_MIN ? 0 : -d.largeur;
         }
+        d.largeur = largeur == INT_MIN
+                        ? kPlusGrandeLargeur
+                        : std::min(largeur < 0 ? -largeur : largeur, kPlusGrandeLargeur);
     } else {
         d.largeur = LisNombre(format, i);
     }
@@ -75,8 +83,8 @@ Directive LisDirective(std::u16string_view format, std::size_t i, va_list* argum
         ++i;
         if (i < format.size() && format[i] == u'*') {
             ++i;
-            d.precision = va_arg(*arguments, int);
-            d.precision = d.precision < 0 ? -1 : d.precision;
+            int const precision = va_arg(*arguments, int);
+            d.precision = precision < 0 ? -1 : std::min(precision, kPlusGrandeLargeur);
         } else {
             d.precision = LisNombre(format, i);
         }
@@ -137,17 +145,22 @@ unsigned long long EntierNonSigne(Directive const& d, va_list* arguments)
     return va_arg(*arguments, unsigned);
 }
 
+// Les entiers sont écrits par le C, exact sur les drapeaux et sans locale pour eux.
+template <typename Entier> void AjouteEntier(std::u16string& resultat, Directive const& d, Entier v)
+{
+    char zone[2 * kPlusGrandeLargeur + 64];
+    int const n = std::snprintf(zone, sizeof zone, d.PourQt("ll", d.conversion).c_str(), v);
+    resultat.append(zone, zone + std::max(0, std::min(n, int(sizeof zone) - 1)));
+}
+
 void AjouteQString(std::u16string& resultat, QString const& texte)
 {
     resultat.append(reinterpret_cast<char16_t const*>(texte.utf16()), std::size_t(texte.size()));
 }
 
-// Texte d'une chaîne ou d'un caractère, coupé à la précision et complété à la largeur.
-void AjouteTexte(std::u16string& resultat, Directive const& d, std::u16string texte)
+// Texte d'une chaîne ou d'un caractère, complété à la largeur.
+void AjouteTexte(std::u16string& resultat, Directive const& d, std::u16string const& texte)
 {
-    if (d.precision >= 0 && texte.size() > std::size_t(d.precision)) {
-        texte.resize(std::size_t(d.precision));
-    }
     std::size_t const largeur = std::size_t(d.largeur);
     std::size_t const remplissage = largeur > texte.size() ? largeur - texte.size() : 0;
     if (!d.AGauche()) {
@@ -159,17 +172,81 @@ void AjouteTexte(std::u16string& resultat, Directive const& d, std::u16string te
     }
 }
 
-std::u16string DepuisUTF8(char const* octets)
+// Chaîne UTF-8 ; la précision compte des octets, comme en C : rien n'est lu au-delà, et un
+// caractère qu'elle couperait est laissé entier dehors.
+std::u16string DepuisUTF8(char const* octets, int precision)
 {
-    std::size_t const n = octets == nullptr ? 0 : std::strlen(octets);
+    if (octets == nullptr) {
+        return std::u16string();
+    }
+    std::size_t n = precision < 0 ? std::strlen(octets) : strnlen(octets, std::size_t(precision));
+    if (precision >= 0 && n == std::size_t(precision)) {
+        std::size_t tete = n;
+        while (tete > 0 && n - tete < 4 &&
+               (static_cast<unsigned char>(octets[tete - 1]) & 0xC0) == 0x80) {
+            --tete;
+        }
+        if (tete > 0 &&
+            LongueurSelonTete(static_cast<unsigned char>(octets[tete - 1])) > n - tete + 1) {
+            n = tete - 1;
+        }
+    }
     std::u16string texte(n, u'\0');
     texte.resize(DecodeUTF8(octets, n, texte.data()));
     return texte;
 }
 
-std::u16string DepuisUTF16(char16_t const* unites)
+// Chaîne UTF-16 ; la précision compte des unités et ne coupe pas une paire.
+std::u16string DepuisUTF16(char16_t const* unites, int precision)
 {
-    return unites == nullptr ? std::u16string() : std::u16string(unites);
+    std::u16string texte;
+    for (std::size_t i = 0;
+         unites != nullptr && (precision < 0 || i < std::size_t(precision)) && unites[i] != 0;
+         ++i) {
+        texte += unites[i];
+    }
+    if (precision >= 0 && texte.size() == std::size_t(precision) && !texte.empty() &&
+        texte.back() >= 0xD800 && texte.back() <= 0xDBFF) {
+        texte.pop_back();
+    }
+    return texte;
+}
+
+// %lc : un point de code (wint_t), en une unité ou une paire ; U+FFFD s'il n'en est pas un.
+std::u16string DepuisPointDeCode(std::uint32_t c)
+{
+    if (c >= 0x10000 && c <= 0x10FFFF) {
+        c -= 0x10000;
+        return {char16_t(0xD800 + (c >> 10)), char16_t(0xDC00 + (c & 0x3FF))};
+    }
+    return std::u16string(1, c > 0x10FFFF ? u'\uFFFD' : char16_t(c));
+}
+
+// %n : le nombre d'unités écrites, dans l'entier de la taille demandée ; rien sans adresse.
+template <typename Entier> void EcrisCompte(void* adresse, std::size_t compte)
+{
+    if (adresse != nullptr) {
+        *static_cast<Entier*>(adresse) = static_cast<Entier>(compte);
+    }
+}
+
+void EcrisCompte(Directive const& d, void* adresse, std::size_t compte)
+{
+    if (d.taille == "hh") {
+        EcrisCompte<signed char>(adresse, compte);
+    } else if (d.taille == "h") {
+        EcrisCompte<short>(adresse, compte);
+    } else if (d.taille == "l") {
+        EcrisCompte<long>(adresse, compte);
+    } else if (d.taille == "ll" || d.taille == "q") {
+        EcrisCompte<long long>(adresse, compte);
+    } else if (d.taille == "j") {
+        EcrisCompte<std::intmax_t>(adresse, compte);
+    } else if (d.taille == "z" || d.taille == "t") {
+        EcrisCompte<std::ptrdiff_t>(adresse, compte);
+    } else {
+        EcrisCompte<int>(adresse, compte);
+    }
 }
 
 // Écrit la directive d et rend vrai ; faux pour une conversion inconnue.
@@ -181,15 +258,13 @@ bool AjouteDirective(std::u16string& resultat, Directive const& d, va_list* argu
         return true;
     case 'd':
     case 'i':
-        AjouteQString(resultat, QString::asprintf(d.PourQt("ll", d.conversion).c_str(),
-                                                  EntierSigne(d, arguments)));
+        AjouteEntier(resultat, d, EntierSigne(d, arguments));
         return true;
     case 'u':
     case 'o':
     case 'x':
     case 'X':
-        AjouteQString(resultat, QString::asprintf(d.PourQt("ll", d.conversion).c_str(),
-                                                  EntierNonSigne(d, arguments)));
+        AjouteEntier(resultat, d, EntierNonSigne(d, arguments));
         return true;
     case 'f':
     case 'F':
@@ -206,26 +281,26 @@ bool AjouteDirective(std::u16string& resultat, Directive const& d, va_list* argu
     }
     case 'c': {
         int const c = va_arg(*arguments, int);
-        // %lc : une unité UTF-16 ; %c : un octet Latin-1.
-        char16_t const unite =
-            d.taille == "l" ? char16_t(c) : char16_t(static_cast<unsigned char>(c));
-        AjouteTexte(resultat, d, std::u16string(1, unite));
+        // %lc : un point de code ; %c : un octet Latin-1.
+        AjouteTexte(resultat, d,
+                    d.taille == "l" ? DepuisPointDeCode(static_cast<std::uint32_t>(c))
+                                    : std::u16string(1, char16_t(static_cast<unsigned char>(c))));
         return true;
     }
     case 's':
         AjouteTexte(resultat, d,
-                    d.taille == "l" ? DepuisUTF16(va_arg(*arguments, char16_t const*))
-                                    : DepuisUTF8(va_arg(*arguments, char const*)));
+                    d.taille == "l" ? DepuisUTF16(va_arg(*arguments, char16_t const*), d.precision)
+                                    : DepuisUTF8(va_arg(*arguments, char const*), d.precision));
         return true;
     case 'S':
-        AjouteTexte(resultat, d, DepuisUTF16(va_arg(*arguments, char16_t const*)));
+        AjouteTexte(resultat, d, DepuisUTF16(va_arg(*arguments, char16_t const*), d.precision));
         return true;
     case 'p':
         AjouteQString(resultat,
                       QString::asprintf(d.PourQt("", 'p').c_str(), va_arg(*arguments, void*)));
         return true;
     case 'n':
-        *va_arg(*arguments, int*) = static_cast<int>(resultat.size());
+        EcrisCompte(d, va_arg(*arguments, void*), resultat.size());
         return true;
     default:
         return false;
