@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <type_traits>
 
 namespace sdd::detail {
 
@@ -99,50 +100,32 @@ Directive LisDirective(std::u16string_view format, std::size_t i, va_list* argum
     return d;
 }
 
-long long EntierSigne(Directive const& d, va_list* arguments)
+// Appelle action avec un zéro du type entier signé que désigne le modificateur de taille.
+template <typename Action> void SelonTaille(std::string const& taille, Action action)
 {
-    if (d.taille == "hh") {
-        return static_cast<signed char>(va_arg(*arguments, int));
+    if (taille == "hh") {
+        action(static_cast<signed char>(0));
+    } else if (taille == "h") {
+        action(static_cast<short>(0));
+    } else if (taille == "l") {
+        action(0L);
+    } else if (taille == "ll" || taille == "q") {
+        action(0LL);
+    } else if (taille == "j") {
+        action(std::intmax_t(0));
+    } else if (taille == "z" || taille == "t") {
+        action(std::ptrdiff_t(0));
+    } else {
+        action(0);
     }
-    if (d.taille == "h") {
-        return static_cast<short>(va_arg(*arguments, int));
-    }
-    if (d.taille == "l") {
-        return va_arg(*arguments, long);
-    }
-    if (d.taille == "ll" || d.taille == "q") {
-        return va_arg(*arguments, long long);
-    }
-    if (d.taille == "j") {
-        return va_arg(*arguments, std::intmax_t);
-    }
-    if (d.taille == "z" || d.taille == "t") {
-        return va_arg(*arguments, std::ptrdiff_t);
-    }
-    return va_arg(*arguments, int);
 }
 
-unsigned long long EntierNonSigne(Directive const& d, va_list* arguments)
+// Un entier de type T, lu sous le type que lui donne la promotion des arguments variables.
+template <typename T> T LisEntier(va_list* arguments)
 {
-    if (d.taille == "hh") {
-        return static_cast<unsigned char>(va_arg(*arguments, unsigned));
-    }
-    if (d.taille == "h") {
-        return static_cast<unsigned short>(va_arg(*arguments, unsigned));
-    }
-    if (d.taille == "l") {
-        return va_arg(*arguments, unsigned long);
-    }
-    if (d.taille == "ll" || d.taille == "q") {
-        return va_arg(*arguments, unsigned long long);
-    }
-    if (d.taille == "j") {
-        return va_arg(*arguments, std::uintmax_t);
-    }
-    if (d.taille == "z" || d.taille == "t") {
-        return va_arg(*arguments, std::size_t);
-    }
-    return va_arg(*arguments, unsigned);
+    using Promu = std::conditional_t<(sizeof(T) < sizeof(int)),
+                                     std::conditional_t<std::is_signed_v<T>, int, unsigned>, T>;
+    return static_cast<T>(va_arg(*arguments, Promu));
 }
 
 // Les entiers sont écrits par le C, exact sur les drapeaux et sans locale pour eux.
@@ -222,33 +205,6 @@ std::u16string DepuisPointDeCode(std::uint32_t c)
     return std::u16string(1, c > 0x10FFFF ? u'\uFFFD' : char16_t(c));
 }
 
-// %n : le nombre d'unités écrites, dans l'entier de la taille demandée ; rien sans adresse.
-template <typename Entier> void EcrisCompte(void* adresse, std::size_t compte)
-{
-    if (adresse != nullptr) {
-        *static_cast<Entier*>(adresse) = static_cast<Entier>(compte);
-    }
-}
-
-void EcrisCompte(Directive const& d, void* adresse, std::size_t compte)
-{
-    if (d.taille == "hh") {
-        EcrisCompte<signed char>(adresse, compte);
-    } else if (d.taille == "h") {
-        EcrisCompte<short>(adresse, compte);
-    } else if (d.taille == "l") {
-        EcrisCompte<long>(adresse, compte);
-    } else if (d.taille == "ll" || d.taille == "q") {
-        EcrisCompte<long long>(adresse, compte);
-    } else if (d.taille == "j") {
-        EcrisCompte<std::intmax_t>(adresse, compte);
-    } else if (d.taille == "z" || d.taille == "t") {
-        EcrisCompte<std::ptrdiff_t>(adresse, compte);
-    } else {
-        EcrisCompte<int>(adresse, compte);
-    }
-}
-
 // Écrit la directive d et rend vrai ; faux pour une conversion inconnue.
 bool AjouteDirective(std::u16string& resultat, Directive const& d, va_list* arguments)
 {
@@ -258,13 +214,19 @@ bool AjouteDirective(std::u16string& resultat, Directive const& d, va_list* argu
         return true;
     case 'd':
     case 'i':
-        AjouteEntier(resultat, d, EntierSigne(d, arguments));
+        SelonTaille(d.taille, [&](auto zero) {
+            AjouteEntier(resultat, d, static_cast<long long>(LisEntier<decltype(zero)>(arguments)));
+        });
         return true;
     case 'u':
     case 'o':
     case 'x':
     case 'X':
-        AjouteEntier(resultat, d, EntierNonSigne(d, arguments));
+        SelonTaille(d.taille, [&](auto zero) {
+            using NonSigne = std::make_unsigned_t<decltype(zero)>;
+            AjouteEntier(resultat, d,
+                         static_cast<unsigned long long>(LisEntier<NonSigne>(arguments)));
+        });
         return true;
     case 'f':
     case 'F':
@@ -300,7 +262,13 @@ bool AjouteDirective(std::u16string& resultat, Directive const& d, va_list* argu
                       QString::asprintf(d.PourQt("", 'p').c_str(), va_arg(*arguments, void*)));
         return true;
     case 'n':
-        EcrisCompte(d, va_arg(*arguments, void*), resultat.size());
+        // Le nombre d'unités écrites, dans l'entier de la taille demandée ; rien sans adresse.
+        SelonTaille(d.taille, [&](auto zero) {
+            using Entier = decltype(zero);
+            if (auto* const adresse = va_arg(*arguments, Entier*)) {
+                *adresse = static_cast<Entier>(resultat.size());
+            }
+        });
         return true;
     default:
         return false;
