@@ -20,14 +20,15 @@ template <Malgray M> bool MemesUnitesSelon(char16_t const* a, char16_t const* b,
     return true;
 }
 
-// Choisit, selon les quatre bits de repli (0x02 à 0x10), la boucle faite pour eux : des
-// appels directs, que le compilateur peut mettre en ligne.
+// Choisit, selon les quatre bits de repli (0x02 à 0x10), la boucle faite pour eux ; un
+// appel direct, que le compilateur met en ligne, plutôt qu'une table de pointeurs.
 template <std::size_t... I>
 bool MemesUnitesSelonBits(Malgray replis, char16_t const* a, char16_t const* b, std::size_t n,
                           std::index_sequence<I...>)
 {
     bool egal = false;
-    ((replis == I && (egal = MemesUnitesSelon<Malgray(I << 1)>(a, b, n), true)) || ...);
+    static_cast<void>(
+        ((replis == I && (egal = MemesUnitesSelon<Malgray(I << 1)>(a, b, n), true)) || ...));
     return egal;
 }
 
