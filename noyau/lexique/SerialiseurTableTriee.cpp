@@ -2,6 +2,7 @@
 
 #include "noyau/erreurs/Exceptions.h"
 #include "noyau/flux/VarElias.h"
+#include "noyau/lexique/detail/LanceTableNonValide.h"
 
 #include <memory>
 
@@ -18,11 +19,6 @@ enum Indicateurs : unsigned char {
 // Un arbre rouge-noir valide de moins de 2^32 nœuds a moins de 64 niveaux : au-delà, la
 // forme est fausse et la pile ne doit pas en souffrir.
 constexpr unsigned int kProfondeurMax = 64;
-
-[[noreturn]] void LanceArbreNonValide(char const* explication)
-{
-    throw exceptions::TableNonValide(UniChaine(explication));
-}
 
 } // namespace
 
@@ -73,7 +69,7 @@ void Serialiseur<TableTrieeNoyau>::Lis(FluxEntree& flux, TableTrieeNoyau* table,
     std::uint16_t version;
     Serialiseur<std::uint16_t>::Lis(flux, &version);
     if (version != kVersion) {
-        LanceArbreNonValide("Version non gérée");
+        detail::LanceTableNonValide("Version non gérée");
     }
     Lecture lecture{flux, lecteur, VarElias::Lis(flux), 0};
     if (lecture.attendus == 0) {
@@ -83,10 +79,10 @@ void Serialiseur<TableTrieeNoyau>::Lis(FluxEntree& flux, TableTrieeNoyau* table,
     std::unique_ptr<Noeud> racine(table->CreeNoeudVide());
     DeserialiseDuTampon(racine.get(), nullptr, lecture, 0);
     if (racine->EstRouge()) {
-        LanceArbreNonValide("Racine rouge");
+        detail::LanceTableNonValide("Racine rouge");
     }
     if (lecture.lus != lecture.attendus) {
-        LanceArbreNonValide("Nombre d’entrées différent du nombre de nœuds");
+        detail::LanceTableNonValide("Nombre d’entrées différent du nombre de nœuds");
     }
     table->_racine = racine.release();
     table->_nombre = lecture.attendus;
@@ -97,15 +93,15 @@ unsigned int Serialiseur<TableTrieeNoyau>::DeserialiseDuTampon(Noeud* noeud, Noe
                                                                 unsigned int profondeur)
 {
     if (profondeur >= kProfondeurMax) {
-        LanceArbreNonValide("Arbre trop profond");
+        detail::LanceTableNonValide("Arbre trop profond");
     }
     if (++lecture.lus > lecture.attendus) {
-        LanceArbreNonValide("Nombre d’entrées différent du nombre de nœuds");
+        detail::LanceTableNonValide("Nombre d’entrées différent du nombre de nœuds");
     }
     unsigned char indicateurs;
     detail::LisOctets(lecture.flux, &indicateurs, 1);
     if ((indicateurs & ~(kNoir | kFilsGauche | kFilsDroit)) != 0) {
-        LanceArbreNonValide("Indicateurs de nœud inconnus");
+        detail::LanceTableNonValide("Indicateurs de nœud inconnus");
     }
     noeud->MetsParent(parent);
     if ((indicateurs & kNoir) != 0) {
@@ -123,11 +119,11 @@ unsigned int Serialiseur<TableTrieeNoyau>::DeserialiseDuTampon(Noeud* noeud, Noe
     }
     // Les opérations supposent un arbre rouge-noir : une forme qui ne l'est pas est refusée.
     if (hauteurGauche != hauteurDroite) {
-        LanceArbreNonValide("Hauteurs noires différentes");
+        detail::LanceTableNonValide("Hauteurs noires différentes");
     }
     if (noeud->EstRouge() && (TableTrieeNoyau::NoeudRNEstRouge(noeud->_gauche) ||
                               TableTrieeNoyau::NoeudRNEstRouge(noeud->_droite))) {
-        LanceArbreNonValide("Nœud rouge à enfant rouge");
+        detail::LanceTableNonValide("Nœud rouge à enfant rouge");
     }
     lecture.lecteur->LisNoeud(noeud, lecture.flux);
     return hauteurGauche + (noeud->EstNoir() ? 1 : 0);

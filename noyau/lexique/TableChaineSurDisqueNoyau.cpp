@@ -5,21 +5,13 @@
 #include "noyau/flux/VarElias.h"
 #include "noyau/lexique/TableChaineNoyau.h"
 #include "noyau/lexique/detail/EnregistrementTrie.h"
+#include "noyau/lexique/detail/LanceTableNonValide.h"
 
 #include <limits>
 
 namespace sdd {
 
 using Noeud = TableChaineNoyau::Noeud;
-
-namespace {
-
-[[noreturn]] void LanceTableNonValide(char const* explication)
-{
-    throw exceptions::TableNonValide(UniChaine(explication));
-}
-
-} // namespace
 
 TableChaineSurDisqueNoyau::TableChaineSurDisqueNoyau(FluxEntree* flux, unsigned long position)
 {
@@ -38,7 +30,7 @@ void TableChaineSurDisqueNoyau::Init(FluxEntree* flux, unsigned long position)
     std::uint64_t const limite =
         memoire ? memoire->DonneTaille() : std::numeric_limits<unsigned int>::max();
     if (base + entete.longueur > limite) {
-        LanceTableNonValide(detail::kZoneTropLongue);
+        detail::LanceTableNonValide(detail::kZoneTropLongue);
     }
     _flux = flux;
     _memoire = memoire;
@@ -59,7 +51,7 @@ bool TableChaineSurDisqueNoyau::PlacePourChaine(ChaineN const& chaine,
     if (_memoire != nullptr) {
         // Reprise à chaque question : le flux a pu changer de bloc depuis Init.
         if (std::uint64_t(_base) + _longueur > _memoire->DonneTaille()) {
-            LanceTableNonValide(detail::kZoneTropLongue);
+            detail::LanceTableNonValide(detail::kZoneTropLongue);
         }
         _memoire->Positionne(_base);
         zone = _memoire->Ptr();
@@ -70,7 +62,7 @@ bool TableChaineSurDisqueNoyau::PlacePourChaine(ChaineN const& chaine,
     std::uint64_t lus = 0;
     for (;;) {
         if (position >= _longueur) {
-            LanceTableNonValide(detail::kPositionHorsZone);
+            detail::LanceTableNonValide(detail::kPositionHorsZone);
         }
         auto const p = static_cast<std::uint32_t>(position);
         auto const e = zone ? detail::LisEnregistrement(zone + p, zone + _longueur, _longueur,
@@ -78,7 +70,7 @@ bool TableChaineSurDisqueNoyau::PlacePourChaine(ChaineN const& chaine,
                             : _LisDuFlux(p);
         lus += e.taille;
         if (lus > _longueur) {
-            LanceTableNonValide(detail::kBoucle);
+            detail::LanceTableNonValide(detail::kBoucle);
         }
         std::ptrdiff_t const unites = detail::UnitesSiPrefixe(e.cars, e.nbOctets, clef);
         if (unites >= 0 && std::size_t(unites) == clef.size()) {

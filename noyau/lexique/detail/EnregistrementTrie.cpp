@@ -5,6 +5,7 @@
 #include "noyau/flux/Serialiseur.h"
 #include "noyau/flux/VarElias.h"
 #include "noyau/lexique/TableChaineNoyau.h"
+#include "noyau/lexique/detail/LanceTableNonValide.h"
 
 #include <algorithm>
 #include <cstring>
@@ -13,11 +14,6 @@
 namespace sdd::detail {
 
 namespace {
-
-[[noreturn]] void LanceTableNonValide(char const* explication)
-{
-    throw exceptions::TableNonValide(UniChaine(explication));
-}
 
 unsigned char const* LisLien(unsigned char const* p, unsigned char const* fin,
                              std::uint32_t longueurZone, bool compact, std::uint32_t* lien)
