@@ -13,8 +13,8 @@ namespace {
 constexpr char16_t kRemplacement = 0xFFFD;
 
 // Décode une séquence non ASCII commençant à p ; avance p d'au moins un octet.
-inline char16_t* DecodeSequence(unsigned char const*& p, unsigned char const* fin,
-                                char16_t* d) noexcept
+inline char16_t* DecodeSequence(unsigned char const*& p, unsigned char const* fin, char16_t* d,
+                                DemiPaires demiPaires) noexcept
 {
     unsigned char const tete = *p++;
     std::size_t const longueur = LongueurSelonTete(tete);
@@ -24,6 +24,9 @@ inline char16_t* DecodeSequence(unsigned char const*& p, unsigned char const* fi
     }
     unsigned char min, max;
     BornesDeuxiemeOctet(tete, min, max);
+    if (tete == 0xED && demiPaires == DemiPaires::Gardees) {
+        max = 0xBF; // ED A0 à ED BF : une demi-paire seule
+    }
     std::uint32_t code = tete & (0xFF >> (longueur + 1));
     for (std::size_t i = 1; i < longueur; ++i) {
         if (p == fin || *p < min || *p > max) {
@@ -46,7 +49,8 @@ inline char16_t* DecodeSequence(unsigned char const*& p, unsigned char const* fi
 
 } // namespace
 
-std::size_t DecodeUTF8(char const* octets, std::size_t n, char16_t* dest) noexcept
+std::size_t DecodeUTF8(char const* octets, std::size_t n, char16_t* dest,
+                       DemiPaires demiPaires) noexcept
 {
     auto p = reinterpret_cast<unsigned char const*>(octets);
     auto const fin = p + n;
@@ -74,7 +78,7 @@ std::size_t DecodeUTF8(char const* octets, std::size_t n, char16_t* dest) noexce
         if (*p < 0x80) {
             *d++ = *p++;
         } else {
-            d = DecodeSequence(p, fin, d);
+            d = DecodeSequence(p, fin, d, demiPaires);
         }
     }
     return static_cast<std::size_t>(d - dest);
@@ -93,8 +97,8 @@ inline bool EstSecondeDemiPaire(char16_t u) noexcept
 
 } // namespace
 
-std::size_t EncodeUTF8(char16_t const* unites, std::size_t n, char* dest,
-                       std::size_t taille) noexcept
+std::size_t EncodeUTF8(char16_t const* unites, std::size_t n, char* dest, std::size_t taille,
+                       DemiPaires demiPaires) noexcept
 {
     auto d = reinterpret_cast<unsigned char*>(dest);
     auto const finDest = d + taille;
@@ -132,7 +136,7 @@ std::size_t EncodeUTF8(char16_t const* unites, std::size_t n, char* dest,
         if (EstPremiereDemiPaire(unites[i]) && i + 1 < n && EstSecondeDemiPaire(unites[i + 1])) {
             code = 0x10000 + ((code - 0xD800) << 10) + (unites[i + 1] - 0xDC00);
             consommees = 2;
-        } else if (code >= 0xD800 && code <= 0xDFFF) {
+        } else if (code >= 0xD800 && code <= 0xDFFF && demiPaires == DemiPaires::Remplacees) {
             code = kRemplacement;
         }
         std::size_t const longueur = code < 0x80 ? 1 : code < 0x800 ? 2 : code < 0x10000 ? 3 : 4;

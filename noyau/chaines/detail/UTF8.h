@@ -5,16 +5,26 @@
 // Conversions UTF-8 ↔ UTF-16 communes aux deux classes de chaînes.
 namespace sdd::detail {
 
+// Sort des demi-paires isolées. Remplacees : U+FFFD à l'écriture, séquence invalide à la
+// lecture. Gardees : chacune s'écrit sur trois octets comme un caractère (ED A0 80 à
+// ED BF BF) et se relit telle quelle, pour les formes qui doivent rendre chaque unité.
+enum class DemiPaires : bool
+{
+    Remplacees,
+    Gardees
+};
+
 // Décode n octets vers dest, qui a place pour n unités (jamais plus ne sont écrites).
 // Chaque séquence invalide, au sens de la plus longue sous-partie valide, devient U+FFFD.
 // Renvoie le nombre d'unités écrites.
-std::size_t DecodeUTF8(char const* octets, std::size_t n, char16_t* dest) noexcept;
+std::size_t DecodeUTF8(char const* octets, std::size_t n, char16_t* dest,
+                       DemiPaires demiPaires = DemiPaires::Remplacees) noexcept;
 
 // Encode n unités dans dest, qui a place pour taille octets ; s'arrête avant un caractère
-// qui ne tiendrait pas entier. Une demi-paire isolée devient U+FFFD (EF BF BD).
+// qui ne tiendrait pas entier. Une paire entière fait quatre octets.
 // Renvoie le nombre d'octets écrits ; 3 octets par unité suffisent toujours.
-std::size_t EncodeUTF8(char16_t const* unites, std::size_t n, char* dest,
-                       std::size_t taille) noexcept;
+std::size_t EncodeUTF8(char16_t const* unites, std::size_t n, char* dest, std::size_t taille,
+                       DemiPaires demiPaires = DemiPaires::Remplacees) noexcept;
 
 // Nombre d'octets qu'écrirait EncodeUTF8 sans limite de place.
 std::size_t LongueurUTF8(char16_t const* unites, std::size_t n) noexcept;
