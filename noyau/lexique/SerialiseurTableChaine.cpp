@@ -1,11 +1,10 @@
 #include "noyau/lexique/SerialiseurTableChaine.h"
 
-#include "noyau/chaines/ConvertisseurChaineN.h"
-#include "noyau/chaines/detail/UTF8.h"
 #include "noyau/erreurs/Exceptions.h"
 #include "noyau/flux/TamponMemoire.h"
 #include "noyau/flux/VarElias.h"
 #include "noyau/lexique/detail/EnregistrementTrie.h"
+#include "noyau/lexique/detail/LanceTableNonValide.h"
 
 #include <algorithm>
 #include <memory>
@@ -29,7 +28,7 @@ std::vector<unsigned char> LisZone(FluxEntree& flux, std::uint32_t longueur)
         std::size_t const n = std::min<std::size_t>(longueur - debut, std::max(debut, kMorceau));
         zone.resize(debut + n);
         if (flux.Donne(static_cast<unsigned int>(n), zone.data() + debut) != n) {
-            throw exceptions::TableNonValide(UniChaine(detail::kZoneTropLongue));
+            detail::LanceTableNonValide(detail::kZoneTropLongue);
         }
     }
     return zone;
@@ -37,7 +36,7 @@ std::vector<unsigned char> LisZone(FluxEntree& flux, std::uint32_t longueur)
 
 } // namespace
 
-unsigned int Serialiseur<TableChaineNoyau>::Ecris(FluxSortie& flux, TableChaineNoyau const& table)
+unsigned int Serialiseur<TableChaineNoyau>::Ecris(FluxSortie& flux, TableChaineNoyau& table)
 {
     unsigned int const debut = flux.DonnePosition();
     TamponMemoire zone(256);
@@ -104,10 +103,7 @@ unsigned int Serialiseur<TableChaineNoyau>::_EcrisEnregistrement(Noeud& n, FluxS
     n._drapeaux = (n._drapeaux & Noeud::kTerminal) | (n._premierEnfant ? Noeud::kAEnfant : 0) |
                   (n._suivant ? Noeud::kASuivant : 0);
     unsigned int const position = zone.DonnePosition();
-    std::u16string_view const cars = n.Cars();
-    ConvertisseurChaineN::DonnePourCodage(ChaineN::kUTF8).EcrisUnites(zone, cars.data(),
-                                                                       cars.size());
-    zone.Mets(0);
+    detail::EcrisSuite(zone, n.Cars());
     zone.Mets(static_cast<unsigned char>(n._drapeaux));
     if (n._premierEnfant != nullptr) {
         VarElias::Ecris(zone, enfant);
@@ -130,97 +126,140 @@ void Serialiseur<TableChaineNoyau>::Lis(FluxEntree& flux, TableChaineNoyau* tabl
     Noeud* const racine = table->CreeNoeud(kChaineNNulle);
     delete table->_racine;
     table->_racine = racine;
-    table->_nombre = 0;
-    unsigned int lues = 0;
-    try {
-        DeserialiseDuTampon(*racine, zone, entete.racine, entete.positionsCompactes, &lues);
-    } catch (...) {
-        table->_nombre = lues;
-        throw;
-    }
-    table->_nombre = lues;
-    if (lues != entete.nombre) {
-        throw exceptions::TableNonValide(UniChaine("Nombre de chaines incohérent"));
-    }
+    table->_nombre = entete.nombre; // tel qu'annoncé, sans recompter
+    ListeC<unsigned long> positions;
+    DeserialiseDuTampon(*racine, zone, entete.racine, entete.positionsCompactes, positions);
 }
 
-// Les enregistrements lus ne peuvent ensemble dépasser la zone : c'est vrai de tout arbre
-// écrit, et cela borne le travail sur une zone dont les liens bouclent ou se recoupent.
-struct Serialiseur<TableChaineNoyau>::_Lecture
+// Lecture en ordre préfixe sans récursion : chaque cadre attend le sous-arbre de son enfant,
+// puis la chaîne de ses frères suivants, comme le ferait la lecture récursive dont il garde la
+// liste des positions en cours.
+//
+// Gardes : revenir à une position en cours est une boucle ; un enregistrement atteint par deux
+// chemins est lu deux fois, mais les nœuds construits restent bornés par la taille de la forme
+// vue (kNoeudsParOctet fois son étendue), ce qu'aucun arbre écrit n'approche (un nœud prend au
+// moins deux octets) et qui arrête un partage exponentiel.
+class Serialiseur<TableChaineNoyau>::_Lecture
 {
-    TamponMemoire& zone;
-    bool compactes;
-    std::uint64_t lus = 0;
-    std::u16string unites = {};
-
-    void Consomme(std::size_t octets)
+public:
+    _Lecture(FluxEntree& zone, bool compactes, ListeC<unsigned long>& positions)
+        : _zone(zone),
+          _enregistrements(zone, dynamic_cast<FluxEntreeMemoire*>(&zone), 0, compactes, _copie),
+          _positions(positions), _recues(positions.Taille())
     {
-        lus += octets;
-        if (lus > zone.DonneTaille()) {
-            throw exceptions::TableNonValide(UniChaine(detail::kBoucle));
+    }
+
+    void Lis(Noeud& racine, unsigned long position)
+    {
+        try {
+            _Entre(racine, position);
+            while (!_pile.empty()) {
+                _Avance();
+            }
+        } catch (...) {
+            while (_positions.Taille() > _recues) {
+                _positions.Enleve(_positions.Taille() - 1);
+            }
+            throw;
         }
     }
+
+private:
+    static constexpr std::uint64_t kNoeudsParOctet = 16;
+
+    struct Cadre
+    {
+        Noeud* noeud;
+        unsigned long position;
+        detail::EnregistrementNoeud e;
+        int etape;
+    };
+
+    bool _EnCours(unsigned long position) const
+    {
+        if (position < _enCours.size() && _enCours[position]) {
+            return true;
+        }
+        auto const recues = _positions.begin() + static_cast<std::ptrdiff_t>(_recues);
+        return std::find(_positions.begin(), recues, position) != recues;
+    }
+
+    void _Entre(Noeud& n, unsigned long position)
+    {
+        if (_EnCours(position)) {
+            detail::LanceTableNonValide(detail::kBoucle);
+        }
+        auto const e = _Remplis(n, position);
+        if (++_noeuds > kNoeudsParOctet * _etendue) {
+            detail::LanceTableNonValide(detail::kTropDeNoeuds);
+        }
+        _positions.Ajoute(position);
+        if (position >= _enCours.size()) { // la position a été lue : le flux va jusque-là
+            _enCours.resize(position + 1);
+        }
+        _enCours[position] = true;
+        _pile.push_back({&n, position, e, 0});
+    }
+
+    // La suite, la donnée, puis les drapeaux : un nœud n'est terminal qu'avec sa donnée lue.
+    detail::EnregistrementNoeud _Remplis(Noeud& n, unsigned long position)
+    {
+        auto const e = _enregistrements.Lis(position);
+        detail::DecodeSuite(e, _unites);
+        n._MetsCars(_unites);
+        _etendue = std::max<std::uint64_t>(_etendue, position + e.taille);
+        if (e.drapeaux & Noeud::kTerminal) {
+            _enregistrements.PositionneSurDonnee(position, e);
+            n.LisDonnees(_zone);
+            _etendue = std::max<std::uint64_t>(_etendue, _zone.DonnePosition());
+        }
+        n._drapeaux = e.drapeaux;
+        return e;
+    }
+
+    void _Avance()
+    {
+        Cadre& c = _pile.back();
+        Noeud& n = *c.noeud;
+        if (c.etape == 0) {
+            c.etape = 1;
+            if (c.e.drapeaux & Noeud::kAEnfant) {
+                n._premierEnfant = n.NouveauNoeud(); // rattaché avant d'être lu
+                _Entre(*n._premierEnfant, c.e.enfant);
+                return;
+            }
+        }
+        if (c.etape == 1) {
+            c.etape = 2;
+            if (c.e.drapeaux & Noeud::kASuivant) {
+                n._suivant = n.NouveauNoeud();
+                _Entre(*n._suivant, c.e.suivant);
+                return;
+            }
+        }
+        _enCours[c.position] = false;
+        _positions.Enleve(_positions.Taille() - 1);
+        _pile.pop_back();
+    }
+
+    FluxEntree& _zone;
+    std::vector<unsigned char> _copie;
+    detail::LecteurEnregistrements _enregistrements;
+    ListeC<unsigned long>& _positions;
+    unsigned long const _recues; // positions reçues de l'appelant
+    std::vector<bool> _enCours;
+    std::vector<Cadre> _pile;
+    std::u16string _unites;
+    std::uint64_t _noeuds = 0;
+    std::uint64_t _etendue = 0; // fin du plus lointain octet lu
 };
 
-void Serialiseur<TableChaineNoyau>::DeserialiseDuTampon(Noeud& noeud, TamponMemoire& zone,
+void Serialiseur<TableChaineNoyau>::DeserialiseDuTampon(Noeud& noeud, FluxEntree& zone,
                                                         unsigned long position,
                                                         bool positionsCompactes,
-                                                        unsigned int* nombre)
+                                                        ListeC<unsigned long>& positions)
 {
-    // Ordre préfixe sans récursion : un nœud, le sous-arbre de son enfant, puis ses frères.
-    struct Tache
-    {
-        unsigned long position;
-        Noeud** lien;
-    };
-    std::vector<Tache> pile;
-    auto const empile = [&pile](Noeud& n, detail::EnregistrementNoeud const& e) {
-        if (e.drapeaux & Noeud::kASuivant) {
-            pile.push_back({e.suivant, &n._suivant});
-        }
-        if (e.drapeaux & Noeud::kAEnfant) {
-            pile.push_back({e.enfant, &n._premierEnfant});
-        }
-    };
-    _Lecture lecture{zone, positionsCompactes};
-    auto const compte = [nombre](Noeud const& n) { *nombre += n.EstTerminal() ? 1 : 0; };
-    auto const e = _Remplis(noeud, lecture, position);
-    compte(noeud);
-    empile(noeud, e);
-    while (!pile.empty()) {
-        Tache const t = pile.back();
-        pile.pop_back();
-        std::unique_ptr<Noeud> n(noeud.NouveauNoeud());
-        auto const en = _Remplis(*n, lecture, t.position);
-        *t.lien = n.release(); // rattaché seulement une fois lu en entier
-        compte(**t.lien);
-        empile(**t.lien, en);
-    }
-}
-
-detail::EnregistrementNoeud Serialiseur<TableChaineNoyau>::_Remplis(Noeud& n, _Lecture& lecture,
-                                                                   unsigned long position)
-{
-    std::uint32_t const longueur = lecture.zone.DonneTaille();
-    if (position >= longueur) {
-        throw exceptions::TableNonValide(UniChaine(detail::kPositionHorsZone));
-    }
-    unsigned char const* const octets = lecture.zone.DonneDonnees();
-    auto const e =
-        detail::LisEnregistrement(octets + position, octets + longueur, longueur, lecture.compactes);
-    lecture.Consomme(e.taille);
-    lecture.unites.resize(e.nbOctets);
-    lecture.unites.resize(detail::DecodeUTF8(reinterpret_cast<char const*>(e.cars), e.nbOctets,
-                                             lecture.unites.data()));
-    n._MetsCars(lecture.unites);
-    if (e.drapeaux & Noeud::kTerminal) {
-        auto const debut = static_cast<unsigned int>(position + e.taille);
-        lecture.zone.Positionne(debut);
-        n.LisDonnees(lecture.zone);
-        lecture.Consomme(std::max(lecture.zone.DonnePosition(), debut) - debut);
-    }
-    n._drapeaux = e.drapeaux; // terminal seulement avec sa donnée lue
-    return e;
+    _Lecture(zone, positionsCompactes, positions).Lis(noeud, position);
 }
 
 } // namespace sdd

@@ -1,16 +1,11 @@
 #pragma once
 
 #include "noyau/Export.h"
+#include "noyau/conteneurs/ListeT.h"
 #include "noyau/flux/Serialiseur.h"
 #include "noyau/lexique/TableChaineNoyau.h"
 
 namespace sdd {
-
-class TamponMemoire;
-
-namespace detail {
-struct EnregistrementNoeud;
-}
 
 // Forme sérialisée d'une table de chaînes (voir docs/formats.md) : version, nombre de chaînes,
 // position de la racine et longueur de la zone, puis la zone des enregistrements, écrits en
@@ -20,28 +15,28 @@ template <> class NOYAU_EXPORT Serialiseur<TableChaineNoyau>
 public:
     using Noeud = TableChaineNoyau::Noeud;
 
-    // Écrit la version 110. Réécrit au passage les drapeaux des nœuds (voir
-    // SerialiseDansTampon).
-    static unsigned int Ecris(FluxSortie& flux, TableChaineNoyau const& table);
-    // Lit la version 110 ou 100. Un en-tête refusé laisse la table intacte ; une zone abîmée
-    // laisse dans la table les nœuds déjà lus, comptés par Taille().
+    // Écrit la version 110. Réécrit au passage les drapeaux des nœuds de la table (voir
+    // SerialiseDansTampon) : l'écriture demande donc l'accès exclusif à la table.
+    static unsigned int Ecris(FluxSortie& flux, TableChaineNoyau& table);
+    // Lit la version 110 ou 100. Un en-tête ou une zone illisibles laissent la table intacte ;
+    // au-delà, la table prend le nombre annoncé et, sur une zone abîmée, garde les nœuds déjà
+    // lus.
     static void Lis(FluxEntree& flux, TableChaineNoyau* table);
 
     // Écrit le sous-arbre du nœud (enfants, puis frères suivants, puis le nœud) dans la zone ;
     // renvoie la position de l'enregistrement du nœud.
     static unsigned int SerialiseDansTampon(Noeud& noeud, FluxSortie& zone);
-    // Remplit le nœud et ses descendants depuis l'enregistrement à cette position de la zone ;
-    // *nombre compte au fur et à mesure les nœuds terminaux remplis.
-    static void DeserialiseDuTampon(Noeud& noeud, TamponMemoire& zone, unsigned long position,
-                                    bool positionsCompactes, unsigned int* nombre);
+    // Remplit le nœud et ses descendants depuis l'enregistrement à cette position de la zone.
+    // positions porte les positions en cours de lecture (ancêtres et frères aînés) : y revenir
+    // est une boucle. Elle est rendue comme elle a été reçue.
+    static void DeserialiseDuTampon(Noeud& noeud, FluxEntree& zone, unsigned long position,
+                                    bool positionsCompactes, ListeC<unsigned long>& positions);
 
 private:
-    struct _Lecture;
+    class _Lecture;
 
-    static detail::EnregistrementNoeud _Remplis(Noeud& n, _Lecture& lecture,
-                                                unsigned long position);
-    static unsigned int _EcrisEnregistrement(Noeud& noeud, FluxSortie& zone,
-                                             std::uint32_t enfant, std::uint32_t suivant);
+    static unsigned int _EcrisEnregistrement(Noeud& noeud, FluxSortie& zone, std::uint32_t enfant,
+                                             std::uint32_t suivant);
 };
 
 } // namespace sdd

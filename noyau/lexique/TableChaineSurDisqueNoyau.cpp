@@ -2,16 +2,50 @@
 
 #include "noyau/erreurs/Exceptions.h"
 #include "noyau/flux/Flux.h"
-#include "noyau/flux/VarElias.h"
 #include "noyau/lexique/TableChaineNoyau.h"
 #include "noyau/lexique/detail/EnregistrementTrie.h"
 #include "noyau/lexique/detail/LanceTableNonValide.h"
 
 #include <limits>
+#include <string_view>
 
 namespace sdd {
 
 using Noeud = TableChaineNoyau::Noeud;
+
+namespace {
+
+// Un chemin de consultation est fixé par son état (position, longueur du reste de la clef) :
+// un état qui revient, et le chemin ne finirait pas. Détection de Brent : l'état est comparé à
+// un repère, déplacé à chaque puissance de deux pas ; une boucle est vue en peu de pas de plus
+// qu'il n'en faut pour y entrer et en faire le tour, sans fausse alerte, pour le prix d'une
+// comparaison par enregistrement.
+class GardeBoucle
+{
+public:
+    GardeBoucle(std::uint64_t position, std::size_t reste) : _position(position), _reste(reste) {}
+
+    void Pas(std::uint64_t position, std::size_t reste)
+    {
+        if (position == _position && reste == _reste) {
+            detail::LanceTableNonValide(detail::kBoucle);
+        }
+        if (++_pas == _palier) {
+            _position = position;
+            _reste = reste;
+            _palier *= 2;
+            _pas = 0;
+        }
+    }
+
+private:
+    std::uint64_t _position;
+    std::size_t _reste;
+    std::uint64_t _pas = 0;
+    std::uint64_t _palier = 1;
+};
+
+} // namespace
 
 TableChaineSurDisqueNoyau::TableChaineSurDisqueNoyau(FluxEntree* flux, unsigned long position)
 {
@@ -25,53 +59,26 @@ void TableChaineSurDisqueNoyau::Init(FluxEntree* flux, unsigned long position)
     }
     flux->Positionne(static_cast<unsigned int>(position));
     auto const entete = detail::LisEnTeteTrie(*flux);
-    std::uint64_t const base = flux->DonnePosition();
-    auto* const memoire = dynamic_cast<FluxEntreeMemoire*>(flux);
-    std::uint64_t const limite =
-        memoire ? memoire->DonneTaille() : std::numeric_limits<unsigned int>::max();
-    if (base + entete.longueur > limite) {
-        detail::LanceTableNonValide(detail::kZoneTropLongue);
-    }
     _flux = flux;
-    _memoire = memoire;
-    _base = static_cast<std::uint32_t>(base);
+    _memoire = dynamic_cast<FluxEntreeMemoire*>(flux);
+    _base = flux->DonnePosition();
     _nombre = entete.nombre;
     _longueur = entete.longueur;
     _racine = entete.racine;
     _positionsCompactes = entete.positionsCompactes;
 }
 
-bool TableChaineSurDisqueNoyau::PlacePourChaine(ChaineN const& chaine,
-                                                unsigned long position) const
+bool TableChaineSurDisqueNoyau::PlacePourChaine(ChaineN const& chaine, unsigned long position) const
 {
     if (_flux == nullptr) {
         throw exceptions::OperationInvalide();
     }
-    unsigned char const* zone = nullptr;
-    if (_memoire != nullptr) {
-        // Reprise à chaque question : le flux a pu changer de bloc depuis Init.
-        if (std::uint64_t(_base) + _longueur > _memoire->DonneTaille()) {
-            detail::LanceTableNonValide(detail::kZoneTropLongue);
-        }
-        _memoire->Positionne(_base);
-        zone = _memoire->Ptr();
-    }
+    detail::LecteurEnregistrements lecteur(*_flux, _memoire, _base, _positionsCompactes,
+                                           _enregistrement);
     std::u16string_view clef(chaine.PreteUniCString(), chaine.Longueur());
-    // Garde contre les liens qui bouclent : un chemin dans un arbre écrit ne lit jamais plus
-    // d'octets que la zone n'en a. Le coût est une addition par enregistrement.
-    std::uint64_t lus = 0;
+    GardeBoucle garde(position, clef.size());
     for (;;) {
-        if (position >= _longueur) {
-            detail::LanceTableNonValide(detail::kPositionHorsZone);
-        }
-        auto const p = static_cast<std::uint32_t>(position);
-        auto const e = zone ? detail::LisEnregistrement(zone + p, zone + _longueur, _longueur,
-                                                        _positionsCompactes)
-                            : _LisDuFlux(p);
-        lus += e.taille;
-        if (lus > _longueur) {
-            detail::LanceTableNonValide(detail::kBoucle);
-        }
+        auto const e = lecteur.Lis(position);
         std::ptrdiff_t const unites = detail::UnitesSiPrefixe(e.cars, e.nbOctets, clef);
         if (unites >= 0 && std::size_t(unites) == clef.size()) {
             return (e.drapeaux & Noeud::kTerminal) != 0;
@@ -85,29 +92,8 @@ bool TableChaineSurDisqueNoyau::PlacePourChaine(ChaineN const& chaine,
         } else {
             return false;
         }
+        garde.Pas(position, clef.size());
     }
-}
-
-// Copie l'enregistrement depuis le flux, sans dépasser la zone : la suite jusqu'à son zéro,
-// puis de quoi contenir les drapeaux et deux liens.
-detail::EnregistrementNoeud TableChaineSurDisqueNoyau::_LisDuFlux(std::uint32_t position) const
-{
-    constexpr unsigned int kApresSuite = 1 + 2 * VarElias::kLongueurMax;
-    _flux->Positionne(_base + position);
-    std::uint32_t reste = _longueur - position;
-    _enregistrement.clear();
-    bool zero = false;
-    while (reste > 0 && !zero && !_flux->EstALaFin()) {
-        _enregistrement.push_back(_flux->Donne());
-        zero = _enregistrement.back() == 0;
-        --reste;
-    }
-    for (unsigned int i = 0; i < kApresSuite && reste > 0 && !_flux->EstALaFin(); ++i, --reste) {
-        _enregistrement.push_back(_flux->Donne());
-    }
-    unsigned char const* const debut = _enregistrement.data();
-    return detail::LisEnregistrement(debut, debut + _enregistrement.size(), _longueur,
-                                     _positionsCompactes);
 }
 
 } // namespace sdd

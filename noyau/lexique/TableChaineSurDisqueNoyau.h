@@ -11,10 +11,6 @@ namespace sdd {
 class FluxEntree;
 class FluxEntreeMemoire;
 
-namespace detail {
-struct EnregistrementNoeud;
-}
-
 // Consultation d'une table de chaînes sérialisée sans la charger : chaque question suit les
 // liens de la forme écrite, un enregistrement à la fois. Sur un flux en mémoire (tampon,
 // projection de fichier), les enregistrements sont lus en place.
@@ -27,8 +23,8 @@ public:
     TableChaineSurDisqueNoyau() = default;
     TableChaineSurDisqueNoyau(FluxEntree* flux, unsigned long position);
 
-    // Lit l'en-tête de la forme qui commence à cette position du flux. En cas d'échec, la
-    // table reste comme elle était.
+    // Lit l'en-tête de la forme qui commence à cette position du flux ; seule la version y est
+    // contrôlée. En cas d'échec, la table reste comme elle était.
     void Init(FluxEntree* flux, unsigned long position);
 
     // La chaîne est-elle dans le sous-arbre dont l'enregistrement est à cette position ?
@@ -39,8 +35,6 @@ public:
     unsigned long DonnePositionRacine() const noexcept { return _racine; }
 
 private:
-    detail::EnregistrementNoeud _LisDuFlux(std::uint32_t position) const;
-
     FluxEntree* _flux = nullptr;
     std::uint32_t _base = 0; // début de la zone des enregistrements dans le flux
     std::uint32_t _nombre = 0;

@@ -1,7 +1,7 @@
 #include "noyau/lexique/detail/EnregistrementTrie.h"
 
 #include "noyau/chaines/detail/UTF8.h"
-#include "noyau/erreurs/Exceptions.h"
+#include "noyau/flux/Flux.h"
 #include "noyau/flux/Serialiseur.h"
 #include "noyau/flux/VarElias.h"
 #include "noyau/lexique/TableChaineNoyau.h"
@@ -9,27 +9,50 @@
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 #include <memory>
 
 namespace sdd::detail {
 
 namespace {
 
-unsigned char const* LisLien(unsigned char const* p, unsigned char const* fin,
-                             std::uint32_t longueurZone, bool compact, std::uint32_t* lien)
+using Noeud = TableChaineNoyau::Noeud;
+
+unsigned char const* LisLien(unsigned char const* p, unsigned char const* fin, bool compact,
+                             std::uint32_t* lien)
 {
     if (compact) {
-        p += VarElias::Lis(p, fin, lien);
-    } else {
-        if (fin - p < 4) {
-            LanceTableNonValide(kEnregistrementTronque);
-        }
-        *lien = std::uint32_t(p[0]) | std::uint32_t(p[1]) << 8 | std::uint32_t(p[2]) << 16 |
-                std::uint32_t(p[3]) << 24;
-        p += 4;
+        return p + VarElias::Lis(p, fin, lien);
     }
-    VerifiePosition(*lien, longueurZone);
-    return p;
+    if (fin - p < 4) {
+        LanceTableNonValide(kEnregistrementTronque);
+    }
+    *lien = std::uint32_t(p[0]) | std::uint32_t(p[1]) << 8 | std::uint32_t(p[2]) << 16 |
+            std::uint32_t(p[3]) << 24;
+    return p + 4;
+}
+
+// L'enregistrement qui commence à debut ; rien n'est lu à partir de fin.
+EnregistrementNoeud Analyse(unsigned char const* debut, unsigned char const* fin, bool compact)
+{
+    auto const* const zero =
+        static_cast<unsigned char const*>(std::memchr(debut, 0, std::size_t(fin - debut)));
+    if (zero == nullptr || zero + 1 == fin) { // sans zéro, ou sans octet de drapeaux
+        LanceTableNonValide(kEnregistrementTronque);
+    }
+    EnregistrementNoeud e{};
+    e.cars = debut;
+    e.nbOctets = std::size_t(zero - debut);
+    e.drapeaux = zero[1];
+    unsigned char const* p = zero + 2;
+    if (e.drapeaux & Noeud::kAEnfant) {
+        p = LisLien(p, fin, compact, &e.enfant);
+    }
+    if (e.drapeaux & Noeud::kASuivant) {
+        p = LisLien(p, fin, compact, &e.suivant);
+    }
+    e.taille = std::size_t(p - debut);
+    return e;
 }
 
 } // namespace
@@ -46,40 +69,80 @@ EnTeteTrie LisEnTeteTrie(FluxEntree& flux)
     Serialiseur<std::uint32_t>::Lis(flux, &e.nombre);
     e.racine = VarElias::Lis(flux);
     e.longueur = VarElias::Lis(flux);
-    VerifiePosition(e.racine, e.longueur);
     return e;
 }
 
-void VerifiePosition(std::uint32_t position, std::uint32_t longueurZone)
+LecteurEnregistrements::LecteurEnregistrements(FluxEntree& flux, FluxEntreeMemoire* memoire,
+                                               std::uint32_t base, bool positionsCompactes,
+                                               std::vector<unsigned char>& copie)
+    : _flux(flux), _base(base), _compactes(positionsCompactes), _copie(copie)
 {
-    if (position >= longueurZone) {
+    if (memoire != nullptr) {
+        // Repris à chaque consultation : le flux a pu changer de bloc depuis.
+        std::uint32_t const taille = memoire->DonneTaille();
+        memoire->Positionne(std::min(base, taille));
+        _octets = memoire->Ptr();
+        _taille = base < taille ? taille - base : 0;
+    }
+}
+
+EnregistrementNoeud LecteurEnregistrements::Lis(std::uint64_t position)
+{
+    if (_octets == nullptr) {
+        return _CopieDuFlux(_base + position);
+    }
+    if (position >= _taille) {
         LanceTableNonValide(kPositionHorsZone);
     }
+    return Analyse(_octets + position, _octets + _taille, _compactes);
 }
 
-EnregistrementNoeud LisEnregistrement(unsigned char const* debut, unsigned char const* fin,
-                                      std::uint32_t longueurZone, bool positionsCompactes)
+// La suite jusqu'à son zéro, puis de quoi contenir les drapeaux et deux liens : ce qu'en lirait
+// l'analyse en place, le flux ayant la même fin.
+EnregistrementNoeud LecteurEnregistrements::_CopieDuFlux(std::uint64_t debut)
 {
-    auto const* const zero =
-        debut < fin
-            ? static_cast<unsigned char const*>(std::memchr(debut, 0, std::size_t(fin - debut)))
-            : nullptr;
-    if (zero == nullptr || zero + 1 == fin) { // sans zéro, ou sans octet de drapeaux
-        LanceTableNonValide(kEnregistrementTronque);
+    constexpr unsigned int kApresSuite = 1 + 2 * VarElias::kLongueurMax;
+    if (debut > std::numeric_limits<unsigned int>::max()) {
+        LanceTableNonValide(kPositionHorsZone);
     }
-    EnregistrementNoeud e{};
-    e.cars = debut;
-    e.nbOctets = std::size_t(zero - debut);
-    e.drapeaux = zero[1];
-    unsigned char const* p = zero + 2;
-    if (e.drapeaux & TableChaineNoyau::Noeud::kAEnfant) {
-        p = LisLien(p, fin, longueurZone, positionsCompactes, &e.enfant);
+    _flux.Positionne(static_cast<unsigned int>(debut));
+    if (_flux.EstALaFin()) {
+        LanceTableNonValide(kPositionHorsZone);
     }
-    if (e.drapeaux & TableChaineNoyau::Noeud::kASuivant) {
-        p = LisLien(p, fin, longueurZone, positionsCompactes, &e.suivant);
+    _copie.clear();
+    do {
+        _copie.push_back(_flux.Donne());
+    } while (_copie.back() != 0 && !_flux.EstALaFin());
+    for (unsigned int i = 0; i < kApresSuite && !_flux.EstALaFin(); ++i) {
+        _copie.push_back(_flux.Donne());
     }
-    e.taille = std::size_t(p - debut);
-    return e;
+    return Analyse(_copie.data(), _copie.data() + _copie.size(), _compactes);
+}
+
+void LecteurEnregistrements::PositionneSurDonnee(std::uint64_t position,
+                                                 EnregistrementNoeud const& e)
+{
+    // L'enregistrement a été lu : sa fin est une position du flux.
+    _flux.Positionne(static_cast<unsigned int>(_base + position + e.taille));
+}
+
+void EcrisSuite(FluxSortie& flux, std::u16string_view cars)
+{
+    constexpr std::size_t kLocal = 64;
+    std::size_t const place = kMaxOctetsUTF8ParUnite * cars.size() + 1;
+    char local[kMaxOctetsUTF8ParUnite * kLocal + 1];
+    std::unique_ptr<char[]> tas(cars.size() > kLocal ? new char[place] : nullptr);
+    char* const octets = tas ? tas.get() : local;
+    std::size_t const n = EncodeUTF8(cars.data(), cars.size(), octets, place, DemiPaires::Gardees);
+    octets[n] = 0;
+    flux.Mets(reinterpret_cast<unsigned char const*>(octets), static_cast<unsigned int>(n + 1));
+}
+
+void DecodeSuite(EnregistrementNoeud const& e, std::u16string& unites)
+{
+    unites.resize(e.nbOctets);
+    unites.resize(DecodeUTF8(reinterpret_cast<char const*>(e.cars), e.nbOctets, unites.data(),
+                             DemiPaires::Gardees));
 }
 
 std::ptrdiff_t UnitesSiPrefixe(unsigned char const* cars, std::size_t nbOctets,
@@ -105,7 +168,8 @@ std::ptrdiff_t UnitesSiPrefixe(unsigned char const* cars, std::size_t nbOctets,
     char16_t local[kLocal];
     std::unique_ptr<char16_t[]> tas(reste > kLocal ? new char16_t[reste] : nullptr);
     char16_t* const unites = tas ? tas.get() : local;
-    std::size_t const n = DecodeUTF8(reinterpret_cast<char const*>(cars + i), reste, unites);
+    std::size_t const n =
+        DecodeUTF8(reinterpret_cast<char const*>(cars + i), reste, unites, DemiPaires::Gardees);
     if (n > place || !std::equal(unites, unites + n, clef.begin() + i)) {
         return -1;
     }

@@ -2,22 +2,28 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace sdd {
 class FluxEntree;
-}
+class FluxEntreeMemoire;
+class FluxSortie;
+} // namespace sdd
 
-// Lecture de la forme sérialisée d'une table de chaînes, commune à la lecture en mémoire et à
-// la consultation sur disque : mêmes contrôles, mêmes erreurs.
+// Forme sérialisée d'une table de chaînes, commune à l'écriture, à la lecture en mémoire et à
+// la consultation sur disque : mêmes enregistrements, mêmes contrôles, mêmes erreurs.
 namespace sdd::detail {
 
-// Explications des TableNonValide levées sur une structure abîmée.
+// Explications des TableNonValide levées sur une forme abîmée.
 inline constexpr char kVersionNonGeree[] = "Version non gérée";
 inline constexpr char kBoucle[] = "Boucle dans la structure de chaines";
 inline constexpr char kPositionHorsZone[] = "Position hors de la structure de chaines";
-inline constexpr char kEnregistrementTronque[] = "Enregistrement tronqué dans la structure de chaines";
+inline constexpr char kEnregistrementTronque[] =
+    "Enregistrement tronqué dans la structure de chaines";
 inline constexpr char kZoneTropLongue[] = "La structure de chaines dépasse la fin des données";
+inline constexpr char kTropDeNoeuds[] = "Structure de chaines trop partagée pour sa taille";
 
 struct EnTeteTrie
 {
@@ -27,7 +33,7 @@ struct EnTeteTrie
     std::uint32_t longueur; // de la zone des enregistrements, qui suit l'en-tête
 };
 
-// Lit et vérifie l'en-tête (version, racine dans la zone).
+// Lit l'en-tête ; seule la version est contrôlée.
 EnTeteTrie LisEnTeteTrie(FluxEntree& flux);
 
 // Un enregistrement de nœud, vu dans les octets qui le portent.
@@ -41,16 +47,37 @@ struct EnregistrementNoeud
     std::size_t taille;    // jusqu'à la donnée, exclue
 };
 
-// Lève TableNonValide quand la position n'est pas dans la zone.
-void VerifiePosition(std::uint32_t position, std::uint32_t longueurZone);
+// Lit les enregistrements d'une forme : en place quand le flux est en mémoire, sinon copiés
+// un à un dans copie. Les positions comptent depuis base ; aucun octet n'est lu au-delà des
+// données du flux. Un enregistrement lu reste valide jusqu'au suivant.
+class LecteurEnregistrements
+{
+public:
+    // memoire : le même flux vu comme un bloc en mémoire, ou nul.
+    LecteurEnregistrements(FluxEntree& flux, FluxEntreeMemoire* memoire, std::uint32_t base,
+                           bool positionsCompactes, std::vector<unsigned char>& copie);
 
-// L'enregistrement qui commence à debut ; rien n'est lu à partir de fin. Les liens doivent
-// tomber dans la zone.
-EnregistrementNoeud LisEnregistrement(unsigned char const* debut, unsigned char const* fin,
-                                      std::uint32_t longueurZone, bool positionsCompactes);
+    EnregistrementNoeud Lis(std::uint64_t position);
+    // Met le flux sur la donnée qui suit l'enregistrement lu à cette position.
+    void PositionneSurDonnee(std::uint64_t position, EnregistrementNoeud const& e);
 
-// Nombre d'unités de la suite (octets UTF-8 décodés comme ChaineN::Lis) quand elle est un
-// préfixe de clef, égalité comprise ; -1 sinon.
+private:
+    EnregistrementNoeud _CopieDuFlux(std::uint64_t debut);
+
+    FluxEntree& _flux;
+    unsigned char const* _octets = nullptr; // en mémoire : les données depuis base
+    std::uint64_t _taille = 0;
+    std::uint32_t _base;
+    bool _compactes;
+    std::vector<unsigned char>& _copie;
+};
+
+// Écrit la suite d'un nœud : UTF-8, une demi-paire isolée sur ses trois octets, puis un zéro.
+void EcrisSuite(FluxSortie& flux, std::u16string_view cars);
+// Les unités de la suite d'un enregistrement, comme EcrisSuite les a écrites.
+void DecodeSuite(EnregistrementNoeud const& e, std::u16string& unites);
+
+// Nombre d'unités de la suite quand elle est un préfixe de clef, égalité comprise ; -1 sinon.
 std::ptrdiff_t UnitesSiPrefixe(unsigned char const* cars, std::size_t nbOctets,
                                std::u16string_view clef);
 
