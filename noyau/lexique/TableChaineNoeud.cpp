@@ -47,18 +47,29 @@ Noeud::~Noeud()
 
 void Noeud::_MetsCars(std::u16string_view debut, std::u16string_view fin)
 {
-    std::size_t const n = debut.size() + fin.size();
+    _PoseCars(debut, fin, _AlloueCars(debut.size() + fin.size()));
+}
+
+std::unique_ptr<char16_t[]> Noeud::_AlloueCars(std::size_t n)
+{
     if (n > std::numeric_limits<std::uint32_t>::max()) {
         exceptions::LanceIndexHorsBorne(n, 0, std::numeric_limits<std::uint32_t>::max());
     }
+    return std::unique_ptr<char16_t[]>(n > kCourt ? new char16_t[n] : nullptr);
+}
+
+void Noeud::_PoseCars(std::u16string_view debut, std::u16string_view fin,
+                      std::unique_ptr<char16_t[]> tas) noexcept
+{
+    std::size_t const n = debut.size() + fin.size();
     // Les unités sont copiées avant de libérer l'ancienne suite, dont elles peuvent venir.
     char16_t court[kCourt];
-    char16_t* const dest = n > kCourt ? new char16_t[n] : court;
+    char16_t* const dest = tas ? tas.get() : court;
     std::copy(debut.begin(), debut.end(), dest);
     std::copy(fin.begin(), fin.end(), dest + debut.size());
     _LibereCars();
     if (n > kCourt) {
-        _long = dest;
+        _long = tas.release();
     } else {
         std::copy_n(court, n, _court);
     }
@@ -133,8 +144,10 @@ void Noeud::RappatrieEnfant()
     if (enfant == nullptr || enfant->_suivant != nullptr) { // garde : pas d'enfant unique
         return;
     }
+    // Tout ce qui peut échouer d'abord : l'allocation de la suite, puis la copie de la donnée.
+    std::unique_ptr<char16_t[]> tas = _AlloueCars(std::size_t(_longueur) + enfant->_longueur);
     PrendsDonnees(*enfant);
-    _MetsCars(Cars(), enfant->Cars());
+    _PoseCars(Cars(), enfant->Cars(), std::move(tas));
     _drapeaux = enfant->_drapeaux;
     _premierEnfant = enfant->_premierEnfant;
     enfant->_premierEnfant = nullptr;

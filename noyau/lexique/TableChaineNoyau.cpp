@@ -1,5 +1,7 @@
 #include "noyau/lexique/TableChaineNoyau.h"
 
+#include "noyau/erreurs/Exceptions.h"
+
 #include <algorithm>
 #include <cstring>
 #include <memory>
@@ -31,8 +33,8 @@ bool Avant(std::u16string_view cars, std::u16string_view reste) noexcept
 
 unsigned long PrefixeCommun(std::u16string_view a, std::u16string_view b) noexcept
 {
-    return static_cast<unsigned long>(
-        std::mismatch(a.begin(), a.end(), b.begin(), b.end()).first - a.begin());
+    return static_cast<unsigned long>(std::mismatch(a.begin(), a.end(), b.begin(), b.end()).first -
+                                      a.begin());
 }
 
 } // namespace
@@ -76,9 +78,7 @@ Noeud* TableChaineNoyau::_Racine()
 
 Noeud* TableChaineNoyau::_NouveauNoeud(std::u16string_view cars) const
 {
-    std::unique_ptr<Noeud> n(CreeNoeud(kChaineNNulle));
-    n->_MetsCars(cars);
-    return n.release();
+    return CreeNoeud(ChaineN(cars.data(), cars.size()));
 }
 
 bool TableChaineNoyau::EstAvant(std::u16string_view cars, ChaineN const& clef,
@@ -145,6 +145,12 @@ Noeud* TableChaineNoyau::TrouveEmplacement(ChaineN const& clef) const
 
 Noeud* TableChaineNoyau::TrouveEmplacementEtInsere(ChaineN const& clef, bool* dejaPresente)
 {
+    // La forme écrite termine chaque suite par un zéro : une clef qui en porte un n'y tiendrait
+    // pas. Refusée avant tout changement.
+    std::u16string_view const k = Reste(clef, 0);
+    if (std::find(k.begin(), k.end(), u'\0') != k.end()) {
+        throw exceptions::OperationInvalide();
+    }
     if (dejaPresente != nullptr) {
         *dejaPresente = true;
     }
@@ -232,14 +238,21 @@ bool TableChaineNoyau::TrouveEmplacementEtSupprime(ChaineN const& clef)
         --_nombre;
         return true;
     }
-    (precedent ? precedent->_suivant : parent->_premierEnfant) = noeud->_suivant;
+    // La feuille est détachée, puis son parent fusionné avec l'enfant qui lui reste (jamais la
+    // racine) ; si la fusion échoue, la feuille reprend sa place et la table est intacte.
+    Noeud*& lien = precedent ? precedent->_suivant : parent->_premierEnfant;
+    lien = noeud->_suivant;
+    if (parent != _racine && parent->AUnSeulEnfant() && !parent->EstTerminal()) {
+        try {
+            parent->RappatrieEnfant();
+        } catch (...) {
+            lien = noeud;
+            throw;
+        }
+    }
     noeud->_suivant = nullptr;
     delete noeud;
     --_nombre;
-    // La racine n'est jamais fusionnée avec son enfant.
-    if (parent != _racine && parent->AUnSeulEnfant() && !parent->EstTerminal()) {
-        parent->RappatrieEnfant();
-    }
     return true;
 }
 

@@ -4,7 +4,9 @@
 #include "noyau/chaines/ChaineN.h"
 #include "noyau/conteneurs/ListeT.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string_view>
 
 namespace sdd {
@@ -28,6 +30,12 @@ public:
     class Noeud;
     class __Iterateur;
 
+protected:
+    // Nœud du type de la table, portant cette suite, sans lien ni drapeau. Déclarée avant le
+    // destructeur : c'est l'ordre des opérations virtuelles de la table.
+    virtual Noeud* CreeNoeud(ChaineN const& cars) const = 0;
+
+public:
     virtual ~TableChaineNoyau();
 
     // Remplace l'arbre par une racine seule.
@@ -37,7 +45,8 @@ public:
     bool Possede(ChaineN const& clef) const { return TrouveEmplacement(clef) != nullptr; }
     // Le nœud terminal de la chaîne, ou nul.
     Noeud* TrouveEmplacement(ChaineN const& clef) const;
-    // Le nœud de la chaîne, ajoutée si besoin ; *dejaPresente dit si elle l'était.
+    // Le nœud de la chaîne, ajoutée si besoin ; *dejaPresente dit si elle l'était. Une clef
+    // qui contient U+0000 (que la forme écrite ne peut porter) lève OperationInvalide.
     Noeud* TrouveEmplacementEtInsere(ChaineN const& clef, bool* dejaPresente = nullptr);
     bool Supprime(ChaineN const& clef) { return TrouveEmplacementEtSupprime(clef); }
     // Vrai quand la chaîne était là.
@@ -52,9 +61,6 @@ protected:
     // mêlerait leurs types de nœuds.
     TableChaineNoyau(TableChaineNoyau const& autre);
     TableChaineNoyau& operator=(TableChaineNoyau const& autre);
-
-    // Nœud du type de la table, portant ces unités, sans lien ni drapeau.
-    virtual Noeud* CreeNoeud(ChaineN const& cars) const = 0;
 
     // La descente commune : vrai quand la clef entière a été suivie (*noeud est alors le nœud
     // où elle s'achève) ; sinon les sorties disent où la placer.
@@ -90,9 +96,6 @@ public:
     explicit Noeud(ChaineN const& cars);
     Noeud(Noeud const&) = delete;
     Noeud& operator=(Noeud const&) = delete;
-    // Détruit le premier enfant et le frère suivant (donc tout l'arbre depuis la racine),
-    // sans récursion.
-    virtual ~Noeud();
 
     // Donnée propre au type dérivé.
     virtual void VideDonnees() = 0;
@@ -100,6 +103,9 @@ public:
     virtual Noeud* NouveauNoeud() const = 0;
     virtual void LisDonnees(FluxEntree& flux) = 0;
     virtual void EcrisDonnees(FluxSortie& flux) const = 0;
+    // Détruit le premier enfant et le frère suivant (donc tout l'arbre depuis la racine),
+    // sans récursion.
+    virtual ~Noeud();
 
     std::u16string_view Cars() const noexcept { return {_Unites(), _longueur}; }
     ChaineN DonneCars() const { return ChaineN(_Unites(), _longueur); }
@@ -122,7 +128,8 @@ public:
     Noeud* Clone() const;
     // Prend le drapeau et la donnée de o, qui n'en garde aucun.
     void TransfereFeuilles(Noeud& o);
-    // Absorbe l'enfant unique : suites mises bout à bout, drapeau et donnée de l'enfant.
+    // Absorbe l'enfant unique : suites mises bout à bout, drapeau et donnée de l'enfant. En
+    // cas d'échec (allocation, copie de la donnée), rien n'a changé.
     void RappatrieEnfant();
 
 private:
@@ -135,6 +142,11 @@ private:
     char16_t const* _Unites() const noexcept { return _longueur <= kCourt ? _court : _long; }
     // La suite devient debut puis fin (l'un ou l'autre peut venir de la suite actuelle).
     void _MetsCars(std::u16string_view debut, std::u16string_view fin = {});
+    // Les deux temps de _MetsCars : l'allocation, qui peut échouer (nul pour une suite courte),
+    // puis la pose, qui ne le peut pas.
+    static std::unique_ptr<char16_t[]> _AlloueCars(std::size_t n);
+    void _PoseCars(std::u16string_view debut, std::u16string_view fin,
+                   std::unique_ptr<char16_t[]> tas) noexcept;
     // Garde les n premières unités, sans allouer.
     void _CoupeCars(unsigned long n) noexcept;
     void _LibereCars() noexcept;
