@@ -61,7 +61,8 @@ Jeu const& Mots()
         std::vector<std::u16string> mots;
         std::u16string const& tout = DonneMotsFrancais();
         std::size_t debut = 0;
-        for (std::size_t fin; (fin = tout.find(u'\n', debut)) != std::u16string::npos; debut = fin + 1) {
+        for (std::size_t fin; (fin = tout.find(u'\n', debut)) != std::u16string::npos;
+             debut = fin + 1) {
             if (fin > debut) {
                 mots.push_back(tout.substr(debut, fin - debut));
             }
@@ -137,9 +138,8 @@ void Enregistre(char const* famille, Jeu const& (*jeu)())
     auto const enregistre = [](std::string const& nom, auto mesure) {
         benchmark::RegisterBenchmark(nom.c_str(), mesure)->Unit(benchmark::kMillisecond);
     };
-    enregistre(f + "Construction/Noyau", [jeu](benchmark::State& e) {
-        MesureConstruction(e, jeu(), Construis);
-    });
+    enregistre(f + "Construction/Noyau",
+               [jeu](benchmark::State& e) { MesureConstruction(e, jeu(), Construis); });
     enregistre(f + "Construction/StdSet", [jeu](benchmark::State& e) {
         MesureConstruction(e, jeu(), ConstruisStd<std::set<std::u16string>>);
     });
@@ -175,7 +175,8 @@ std::vector<unsigned char> const& FormeEcrite()
 {
     static std::vector<unsigned char> const forme = [] {
         sdd::TamponMemoire t(256);
-        sdd::Serialiseur<sdd::TableChaineNoyau>::Ecris(t, Construis(Mots()));
+        auto table = Construis(Mots());
+        sdd::Serialiseur<sdd::TableChaineNoyau>::Ecris(t, table);
         return std::vector<unsigned char>(t.DonneDonnees(), t.DonneDonnees() + t.DonneTaille());
     }();
     return forme;
@@ -194,9 +195,8 @@ void MesureSurDisque(benchmark::State& etat, sdd::FluxEntree& flux)
 {
     Jeu const& j = Mots();
     sdd::TableChaineSurDisqueNoyau const disque(&flux, 0);
-    MesureQuestions(etat, j, disque, [&j](auto const& d, std::size_t i) {
-        return d.Possede(j.questionsN[i]);
-    });
+    MesureQuestions(etat, j, disque,
+                    [&j](auto const& d, std::size_t i) { return d.Possede(j.questionsN[i]); });
     etat.counters["octets"] = double(FormeEcrite().size());
     etat.counters["utf8"] = OctetsUTF8();
 }

@@ -20,6 +20,7 @@
 #include <cstdint>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace aide {
@@ -37,11 +38,42 @@ inline std::u16string U(sdd::ChaineN const& c)
     return std::u16string(c.PreteUniCString() ? c.PreteUniCString() : u"", c.Longueur());
 }
 
-inline Octets Ecris(sdd::TableChaineNoyau const& table)
+// Écrire réécrit les drapeaux des nœuds : la table n'est pas constante (une table temporaire
+// est acceptée).
+template <typename Table> Octets Ecris(Table&& table)
 {
     sdd::TamponMemoire t(16);
     sdd::Serialiseur<sdd::TableChaineNoyau>::Ecris(t, table);
     return Octets(t.DonneDonnees(), t.DonneDonnees() + t.DonneTaille());
+}
+
+// Suite d'un nœud en UTF-8, écrite sans la bibliothèque : une paire sur quatre octets, une
+// demi-paire seule sur les trois octets de sa valeur.
+inline void EcrisSuite(std::u16string_view s, Octets& o)
+{
+    for (std::size_t i = 0; i < s.size(); ++i) {
+        std::uint32_t c = s[i];
+        if (c >= 0xD800 && c < 0xDC00 && i + 1 < s.size() && s[i + 1] >= 0xDC00 &&
+            s[i + 1] < 0xE000) {
+            c = 0x10000 + ((c - 0xD800) << 10) + (s[++i] - 0xDC00);
+        }
+        if (c < 0x80) {
+            o.push_back(static_cast<unsigned char>(c));
+        } else if (c < 0x800) {
+            o.insert(o.end(), {static_cast<unsigned char>(0xC0 | c >> 6),
+                               static_cast<unsigned char>(0x80 | (c & 0x3F))});
+        } else if (c < 0x10000) {
+            o.insert(o.end(), {static_cast<unsigned char>(0xE0 | c >> 12),
+                               static_cast<unsigned char>(0x80 | (c >> 6 & 0x3F)),
+                               static_cast<unsigned char>(0x80 | (c & 0x3F))});
+        } else {
+            o.insert(o.end(), {static_cast<unsigned char>(0xF0 | c >> 18),
+                               static_cast<unsigned char>(0x80 | (c >> 12 & 0x3F)),
+                               static_cast<unsigned char>(0x80 | (c >> 6 & 0x3F)),
+                               static_cast<unsigned char>(0x80 | (c & 0x3F))});
+        }
+    }
+    o.push_back(0);
 }
 
 // Tampon qui emprunte les octets (sans les copier).
@@ -105,12 +137,9 @@ inline std::uint32_t EcrisV100(Noeud const& n, Octets& zone)
         suivant = EcrisV100(*n.DonneSuivant(), zone);
     }
     auto const position = static_cast<std::uint32_t>(zone.size());
-    std::string const utf8 = n.DonneCars().DonneStdString();
-    zone.insert(zone.end(), utf8.begin(), utf8.end());
-    zone.push_back(0);
-    zone.push_back(static_cast<unsigned char>((n.EstTerminal() ? 2 : 0) |
-                                              (n.DonnePremierEnfant() ? 4 : 0) |
-                                              (n.DonneSuivant() ? 8 : 0)));
+    EcrisSuite(n.Cars(), zone);
+    zone.push_back(static_cast<unsigned char>(
+        (n.EstTerminal() ? 2 : 0) | (n.DonnePremierEnfant() ? 4 : 0) | (n.DonneSuivant() ? 8 : 0)));
     auto const lien = [&zone](std::uint32_t v) {
         for (int i = 0; i < 4; ++i) {
             zone.push_back(static_cast<unsigned char>(v >> (8 * i)));

@@ -1,11 +1,14 @@
 #include "AideTableChaine.h"
 
 #include "noyau/lexique/TableChaine.h"
+#include "noyau/lexique/TableChaineSurDisqueNoyau.h"
 #include "noyau/lexique/TableChaineT.h"
 
 #include <random>
+#include <utility>
 
 using aide::N;
+using aide::Noeud;
 using aide::Octets;
 using sdd::TableChaine;
 using sdd::exceptions::TableNonValide;
@@ -35,16 +38,21 @@ std::string RefusDeLis(Octets const& octets)
     try {
         Lis(octets, &t);
     } catch (TableNonValide const& e) {
-        EXPECT_EQ(aide::Chaines(t).size(), t.Taille()); // ce qui a été lu reste cohérent
         return aide::Explication(e);
     }
     return "accepté";
 }
 
-Octets Forme(std::uint32_t nombre, std::uint8_t racine, Octets const& zone, std::uint8_t version = 110)
+Octets Forme(std::uint32_t nombre, std::uint8_t racine, Octets const& zone,
+             std::uint8_t version = 110)
 {
-    Octets o{version, 0, std::uint8_t(nombre), std::uint8_t(nombre >> 8), std::uint8_t(nombre >> 16),
-             std::uint8_t(nombre >> 24), std::uint8_t(0x80 | racine),
+    Octets o{version,
+             0,
+             std::uint8_t(nombre),
+             std::uint8_t(nombre >> 8),
+             std::uint8_t(nombre >> 16),
+             std::uint8_t(nombre >> 24),
+             std::uint8_t(0x80 | racine),
              std::uint8_t(0x80 | zone.size())};
     o.insert(o.end(), zone.begin(), zone.end());
     return o;
@@ -59,7 +67,7 @@ TEST(SerialiseurTableChaine, Octets)
     EXPECT_EQ(aide::Ecris(Table({u""})), (Octets{0x6E, 0, 1, 0, 0, 0, 0x80, 0x82, 0, 0x02}));
     // a et b : b (0), puis a avec son frère (3), puis la racine avec son enfant (7).
     EXPECT_EQ(aide::Ecris(Table({u"b", u"a"})),
-              (Octets{0x6E, 0, 2, 0, 0, 0, 0x87, 0x8A,      //
+              (Octets{0x6E, 0, 2, 0, 0, 0, 0x87, 0x8A, //
                       'b', 0, 0x02, 'a', 0, 0x0A, 0x80, 0, 0x04, 0x83}));
     // Donnée après les liens ; suite en UTF-8.
     sdd::TableChaineT<std::uint16_t> t;
@@ -114,17 +122,75 @@ TEST(SerialiseurTableChaine, AllerRetourEtVersion100)
     EXPECT_TRUE(relue.Donne(sdd::kChaineNNulle)->EstVide());
 }
 
-// Volontaire : les suites passent par l'UTF-8 ; une paire de demi-codets coupée entre deux
-// nœuds devient deux U+FFFD.
+// Une demi-paire coupée entre deux nœuds garde ses trois octets et revient telle quelle.
 TEST(SerialiseurTableChaine, PaireCoupeeEntreDeuxNoeuds)
 {
     TableChaine t = Table({u"\U0001F600", u"\U0001F601"});
+    Octets const forme = aide::Ecris(t);
+    EXPECT_EQ(forme, (Octets{0x6E, 0,    2,    0, 0,    0,    0x91, 0x94,          //
+                             0xED, 0xB8, 0x81, 0, 0x02,                            // U+DE01 (0)
+                             0xED, 0xB8, 0x80, 0, 0x0A, 0x80,                      // U+DE00 (5)
+                             0xED, 0xA0, 0xBD, 0, 0x04, 0x85, 0,    0x04, 0x8B})); // U+D83D
     TableChaine lue;
-    Lis(aide::Ecris(t), &lue);
-    EXPECT_EQ(aide::Chaines(lue), (std::vector<std::u16string>{u"\uFFFD\uFFFD", u"\uFFFD\uFFFD"}));
-    TableChaine seule = Table({u"\U0001F600"});
-    Lis(aide::Ecris(seule), &lue);
-    EXPECT_TRUE(lue.Possede(N(u"\U0001F600")));
+    Lis(forme, &lue);
+    EXPECT_EQ(aide::Chaines(lue), (std::vector<std::u16string>{u"\U0001F600", u"\U0001F601"}));
+    EXPECT_FALSE(lue.Possede(N(u"\uFFFD\uFFFD")));
+}
+
+// Chaînes tirées de tous les plans (paires, demi-paires seules) : chaque clef revient unité
+// pour unité en mémoire, après relecture des deux versions et sur disque ; les voisins absents
+// le restent partout.
+TEST(SerialiseurTableChaine, ToutesLesUnitesFontLAllerRetour)
+{
+    std::mt19937 hasard(17);
+    auto const unite = [&hasard](std::u16string& s) {
+        std::uint32_t const plan = hasard() % 17;
+        std::uint32_t c = plan << 16 | (hasard() & 0xFFFF);
+        if (plan == 0 && hasard() % 4 == 0) {
+            c = 0xD800 + hasard() % 0x800; // demi-paire seule
+        }
+        if (c == 0) {
+            c = 1;
+        }
+        if (c < 0x10000) {
+            s.push_back(static_cast<char16_t>(c));
+        } else {
+            c -= 0x10000;
+            s.push_back(static_cast<char16_t>(0xD800 + (c >> 10)));
+            s.push_back(static_cast<char16_t>(0xDC00 + (c & 0x3FF)));
+        }
+    };
+    std::set<std::u16string> attendu;
+    std::vector<std::u16string> deja;
+    TableChaine t;
+    for (int i = 0; i < 3000; ++i) {
+        std::u16string s = i % 3 == 0 && !deja.empty() ? deja[hasard() % deja.size()] : u"";
+        s.resize(s.size() / 2); // des préfixes communs, coupés n'importe où
+        for (std::uint32_t n = 1 + hasard() % 4; n > 0; --n) {
+            unite(s);
+        }
+        attendu.insert(s);
+        deja.push_back(s);
+        t.TrouveEmplacementEtInsere(N(s));
+    }
+    std::vector<std::u16string> const ordre(attendu.begin(), attendu.end());
+    ASSERT_EQ(aide::Chaines(t), ordre);
+    Octets v110 = aide::Ecris(t);
+    Octets const v100 = aide::FormeV100(t);
+    for (Octets const* forme : {&std::as_const(v110), &v100}) {
+        TableChaine lue;
+        Lis(*forme, &lue);
+        ASSERT_EQ(aide::Chaines(lue), ordre);
+    }
+    aide::Emprunt e(v110);
+    sdd::TableChaineSurDisqueNoyau disque(&e.flux, 0);
+    for (auto const& s : ordre) {
+        ASSERT_TRUE(disque.Possede(N(s)));
+        for (std::u16string voisin : {s.substr(0, s.size() - 1), s + s.back()}) {
+            ASSERT_EQ(disque.Possede(N(voisin)), attendu.count(voisin) == 1);
+            ASSERT_EQ(t.Possede(N(voisin)), attendu.count(voisin) == 1);
+        }
+    }
 }
 
 TEST(SerialiseurTableChaine, FormesRefusees)
@@ -136,7 +202,11 @@ TEST(SerialiseurTableChaine, FormesRefusees)
     {
         TableChaine intacte = Table({u"garde"});
         EXPECT_THROW(Lis(forme, &intacte), TableNonValide);
-        EXPECT_TRUE(intacte.Possede(N(u"garde"))); // refusée avant de toucher la table
+        Octets longue = Forme(0, 0, {0, 0});
+        longue[7] = 0x83;
+        EXPECT_THROW(Lis(longue, &intacte), TableNonValide);
+        EXPECT_TRUE(intacte.Possede(N(u"garde"))); // refusées avant de toucher la table
+        EXPECT_EQ(intacte.Taille(), 1u);
     }
     // Enfant de la racine qui la désigne elle-même.
     EXPECT_EQ(RefusDeLis(Forme(0, 0, {0, 0x04, 0x80})), "Boucle dans la structure de chaines");
@@ -149,18 +219,69 @@ TEST(SerialiseurTableChaine, FormesRefusees)
               "Enregistrement tronqué dans la structure de chaines");
     EXPECT_EQ(RefusDeLis(Forme(0, 0, {'a', 'b'})),
               "Enregistrement tronqué dans la structure de chaines");
-    EXPECT_EQ(RefusDeLis(Forme(5, 0, {0, 0x02})), "Nombre de chaines incohérent");
-    Octets longue = Forme(0, 0, {0, 0});
-    longue[7] = 0x83;
-    EXPECT_EQ(RefusDeLis(longue), "La structure de chaines dépasse la fin des données");
     Octets enorme = aide::Ecris(t); // zone annoncée de 270 Mo : rien de tel n'est alloué
     enorme.resize(6);
     enorme.insert(enorme.end(), {0x80, 0x1F, 0xFF, 0xFF, 0xFF});
     EXPECT_EQ(RefusDeLis(enorme), "La structure de chaines dépasse la fin des données");
+    // Partage exponentiel : chaque « a » désigne le précédent comme enfant et comme frère ;
+    // 2^24 nœuds annoncés en 126 octets.
+    Octets zone{'a', 0, 0x02};
+    std::uint8_t precedent = 0;
+    for (int i = 0; i < 24; ++i) {
+        auto const position = static_cast<std::uint8_t>(zone.size());
+        zone.insert(zone.end(),
+                    {'a', 0, 0x0E, std::uint8_t(0x80 | precedent), std::uint8_t(0x80 | precedent)});
+        precedent = position;
+    }
+    auto const racine = static_cast<std::uint8_t>(zone.size());
+    zone.insert(zone.end(), {0, 0x04, std::uint8_t(0x80 | precedent)});
+    EXPECT_EQ(RefusDeLis(Forme(1, racine, zone)),
+              "Structure de chaines trop partagée pour sa taille");
 
     TableChaine u;
     EXPECT_THROW(Lis(Forme(0, 0, {0, 0x04, 0x00}), &u), sdd::exceptions::ErreurDeserialisation);
     EXPECT_THROW(Lis({0x6E}, &u), sdd::exceptions::ErreurDeserialisation);
+}
+
+// Ce que la lecture accepte : le nombre annoncé tel quel, un enregistrement atteint par deux
+// chemins (lu deux fois) ; une zone abîmée au milieu laisse les nœuds lus et le nombre annoncé.
+TEST(SerialiseurTableChaine, FormesAcceptees)
+{
+    TableChaine t;
+    Lis(Forme(5, 0, {0, 0x02}), &t);
+    EXPECT_EQ(t.Taille(), 5u);
+    EXPECT_EQ(aide::Chaines(t), (std::vector<std::u16string>{u""}));
+    // x (0) est l'enfant de b (3) et de a (7) : « ax » et « bx ».
+    Octets const partage =
+        Forme(2, 12, {'x', 0, 0x02, 'b', 0, 0x04, 0x80, 'a', 0, 0x0C, 0x80, 0x83, 0, 0x04, 0x87});
+    Lis(partage, &t);
+    EXPECT_EQ(aide::Chaines(t), (std::vector<std::u16string>{u"ax", u"bx"}));
+    // Le frère de b est hors de la zone : a, b et leurs x sont lus, puis la lecture échoue.
+    Octets const abimee = Forme(
+        2, 13, {'x', 0, 0x02, 'b', 0, 0x0C, 0x80, 0x90, 'a', 0, 0x0C, 0x80, 0x83, 0, 0x04, 0x88});
+    EXPECT_EQ(RefusDeLis(abimee), "Position hors de la structure de chaines");
+    TableChaine partielle;
+    EXPECT_THROW(Lis(abimee, &partielle), TableNonValide);
+    EXPECT_EQ(partielle.Taille(), 2u);
+    EXPECT_EQ(aide::Chaines(partielle), (std::vector<std::u16string>{u"ax", u"bx"}));
+    Lis(aide::Ecris(partielle), &t);
+    EXPECT_EQ(aide::Chaines(t), (std::vector<std::u16string>{u"ax", u"bx"}));
+
+    // La liste des positions reçue est rendue telle quelle ; une position qui y est déjà est
+    // une boucle.
+    auto zone = Octets(partage.begin() + 8, partage.end());
+    aide::Emprunt e(zone);
+    sdd::ListeC<unsigned long> positions;
+    positions.Ajoute(99);
+    TableChaine d, boucle;
+    S::DeserialiseDuTampon(*const_cast<Noeud*>(d.DonneRacine()), e.flux, 12, true, positions);
+    EXPECT_EQ(aide::Chaines(d), (std::vector<std::u16string>{u"ax", u"bx"}));
+    EXPECT_EQ(positions.Taille(), 1u);
+    positions.Ajoute(3);
+    EXPECT_THROW(S::DeserialiseDuTampon(*const_cast<Noeud*>(boucle.DonneRacine()), e.flux, 12, true,
+                                        positions),
+                 TableNonValide);
+    EXPECT_EQ(positions.Taille(), 2u);
 }
 
 // Une chaîne de 500 000 frères, puis 500 000 niveaux : lus, copiés, parcourus, écrits et
@@ -197,7 +318,8 @@ TEST(SerialiseurTableChaine, CinqCentMilleNiveaux)
     }
 }
 
-// Octets abîmés au hasard : la lecture réussit ou lève une exception de la bibliothèque.
+// Octets abîmés au hasard : la lecture réussit ou lève une exception de la bibliothèque ; ce
+// qui a été lu se réécrit et se relit à l'identique.
 TEST(SerialiseurTableChaine, OctetsAbimes)
 {
     sdd::TableChaineT<std::uint8_t> t;
@@ -217,6 +339,9 @@ TEST(SerialiseurTableChaine, OctetsAbimes)
             Lis(abime, &lue);
         } catch (sdd::exceptions::Exception const&) {
         }
-        EXPECT_EQ(aide::Chaines(lue).size(), lue.Taille());
+        sdd::TableChaineT<std::uint8_t> relue;
+        Lis(aide::Ecris(lue), &relue);
+        ASSERT_EQ(aide::Chaines(relue), aide::Chaines(lue));
+        ASSERT_EQ(relue.Taille(), lue.Taille());
     }
 }

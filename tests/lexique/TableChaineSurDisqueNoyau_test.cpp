@@ -118,7 +118,8 @@ TEST(TableChaineSurDisqueNoyau, DifferentielMotsFrancais)
 TEST(TableChaineSurDisqueNoyau, AccordAvecLaRelectureEnMemoire)
 {
     std::mt19937 hasard(3);
-    std::vector<std::u16string> const lettres{u"a", u"é", u"\uFFFD", u"\U0001F600", u"\u00A0", u"z"};
+    std::vector<std::u16string> const lettres{u"a",          u"é",      u"\uFFFD",
+                                              u"\U0001F600", u"\u00A0", u"z"};
     auto const chaine = [&] {
         std::u16string s;
         for (int n = std::uniform_int_distribution<int>(0, 9)(hasard); n > 0; --n) {
@@ -158,8 +159,6 @@ TEST(TableChaineSurDisqueNoyau, FormesRefusees)
     EXPECT_EQ(RefusDePossede(boucle, u"x"), "Boucle dans la structure de chaines");
     Octets const hors{0x6E, 0, 0, 0, 0, 0, 0x80, 0x83, 0, 0x04, 0x83};
     EXPECT_EQ(RefusDePossede(hors, u"x"), "Position hors de la structure de chaines");
-    Octets const courte{0x6E, 0, 0, 0, 0, 0, 0x80, 0x84, 0, 0};
-    EXPECT_EQ(RefusDePossede(courte, u"x"), "La structure de chaines dépasse la fin des données");
     EXPECT_THROW(RefusDePossede({0x6E, 0, 0}, u"x"), sdd::exceptions::ErreurDeserialisation);
 
     // Un Init refusé laisse la table telle qu'elle était.
@@ -171,6 +170,40 @@ TEST(TableChaineSurDisqueNoyau, FormesRefusees)
     aide::Emprunt m(mauvaise);
     EXPECT_THROW(disque.Init(&m.flux, 0), TableNonValide);
     EXPECT_TRUE(disque.Possede(N(u"mot")));
+}
+
+// Ce que la consultation lit comme la forme le dit, sans contrôle de plus : une longueur de
+// zone ou une racine que le chemin n'utilise pas, des enregistrements qui se chevauchent, un
+// lien vers soi qui consomme la clef.
+TEST(TableChaineSurDisqueNoyau, FormesAcceptees)
+{
+    TableChaine t;
+    t.TrouveEmplacementEtInsere(N(u"mot"));
+    Octets forme = aide::Ecris(t);
+    forme[7] = 0xFF; // zone annoncée bien plus longue que les données
+    EXPECT_EQ(RefusDePossede(forme, u"mot"), "accepté");
+    aide::Emprunt e(forme);
+    TableChaineSurDisqueNoyau disque(&e.flux, 0);
+    EXPECT_TRUE(disque.Possede(N(u"mot")));
+    forme[6] = 0xFF; // racine au-delà des données : refusée par la question, pas par Init
+    EXPECT_EQ(RefusDePossede(forme, u"mot"), "Position hors de la structure de chaines");
+
+    // « ab » (0) a pour enfant « b » (1), qui commence dans ses propres octets et partage ses
+    // liens : enfant 1, frère « q » (6). Le chemin de « abbq » passe trois fois par 1.
+    Octets chevauche{0x6E, 0,    1,    0,    0,   0, 0x89, 0x8C, 'a',  'b',
+                     0,    0x0C, 0x81, 0x86, 'q', 0, 0x02, 0,    0x04, 0x80};
+    aide::Emprunt c(chevauche);
+    disque.Init(&c.flux, 0);
+    EXPECT_TRUE(disque.Possede(N(u"abbq")));
+    EXPECT_TRUE(disque.Possede(N(u"abq")));
+    EXPECT_FALSE(disque.Possede(N(u"abbbx")));
+    EXPECT_EQ(RefusDePossede(chevauche, u"q"), "accepté");
+    // « a » terminal, enfant de lui-même : toute suite de « a » est présente.
+    Octets aaa{0x6E, 0, 1, 0, 0, 0, 0x84, 0x87, 'a', 0, 0x06, 0x80, 0, 0x04, 0x80};
+    aide::Emprunt a(aaa);
+    disque.Init(&a.flux, 0);
+    EXPECT_TRUE(disque.Possede(N(std::u16string(1000, u'a'))));
+    EXPECT_FALSE(disque.Possede(N(u"aab")));
 }
 
 // Octets abîmés au hasard : chaque question répond ou lève une exception de la bibliothèque.

@@ -3,7 +3,66 @@
 #include "noyau/lexique/TableChaine.h"
 #include "noyau/lexique/TableChaineT.h"
 
+#include <cstdlib>
+#include <functional>
+#include <new>
 #include <random>
+
+// Allocations de tableaux comptées : un test peut faire échouer la prochaine (les suites des
+// nœuds en sont).
+namespace {
+int gTableauxPermis = -1; // négatif : sans limite
+}
+
+void* operator new[](std::size_t n)
+{
+    if (gTableauxPermis == 0) {
+        gTableauxPermis = -1;
+        throw std::bad_alloc();
+    }
+    gTableauxPermis -= gTableauxPermis > 0 ? 1 : 0;
+    if (void* p = std::malloc(n == 0 ? 1 : n)) {
+        return p;
+    }
+    throw std::bad_alloc();
+}
+void operator delete[](void* p) noexcept
+{
+    std::free(p);
+}
+void operator delete[](void* p, std::size_t) noexcept
+{
+    std::free(p);
+}
+
+// Donnée dont la copie échoue à la demande.
+struct Fragile
+{
+    static inline bool casse = false;
+    std::int32_t v = 0;
+
+    Fragile() = default;
+    Fragile(std::int32_t valeur) : v(valeur) {}
+    Fragile(Fragile const&) = default;
+    Fragile& operator=(Fragile const& autre)
+    {
+        if (casse) {
+            throw std::bad_alloc();
+        }
+        v = autre.v;
+        return *this;
+    }
+};
+
+template <> class sdd::Serialiseur<Fragile>
+{
+public:
+    static void Ecris(FluxSortie& flux, Fragile const& f)
+    {
+        Serialiseur<std::int32_t>::Ecris(flux, f.v);
+    }
+    static void Lis(FluxEntree& flux, Fragile* f) { Serialiseur<std::int32_t>::Lis(flux, &f->v); }
+};
 
 using aide::N;
 using aide::Noeud;
@@ -220,4 +279,77 @@ TEST(TableChaineT, DonneesSuiventLesScissionsEtFusions)
     EXPECT_FALSE(it.Prochain());
     ASSERT_TRUE(it.Prochain()); // repart du début
     EXPECT_EQ(U(it.Clef()), u"abx");
+}
+
+// Une clef qui porte U+0000 ne s'écrirait pas : refusée, la table inchangée.
+TEST(TableChaine, ClefAvecZeroRefusee)
+{
+    TableChaine t;
+    t.TrouveEmplacementEtInsere(N(u"bl"));
+    aide::Octets const avant = aide::Ecris(t);
+    bool deja = false;
+    for (std::u16string const& s :
+         {std::u16string(u"b\0c", 3), std::u16string(u"b\0l", 3), std::u16string(1, u'\0')}) {
+        EXPECT_THROW(t.TrouveEmplacementEtInsere(N(s), &deja), sdd::exceptions::OperationInvalide);
+        EXPECT_FALSE(t.Possede(N(s)));
+        EXPECT_FALSE(t.Supprime(N(s)));
+    }
+    EXPECT_FALSE(deja);
+    EXPECT_EQ(aide::Ecris(t), avant);
+}
+
+// Une suppression dont la fusion échoue (allocation de la suite, copie de la donnée) laisse la
+// table comme elle était : mêmes chaînes, mêmes données, même forme écrite.
+TEST(TableChaineT, SuppressionQuiEchoueLaisseLaTable)
+{
+    using Table = sdd::TableChaineT<Fragile>;
+    auto const verifie = [](Table& t, Cas const& chaines, std::u16string const& retiree,
+                            auto&& echoue) {
+        aide::Octets const avant = aide::Ecris(t);
+        std::vector<std::int32_t> donnees;
+        for (auto const& c : chaines) {
+            donnees.push_back(t.Donne(N(c))->v);
+        }
+        echoue(true);
+        EXPECT_ANY_THROW(t.Supprime(N(retiree)));
+        echoue(false);
+        EXPECT_EQ(aide::Ecris(t), avant);
+        EXPECT_EQ(aide::Chaines(t), chaines);
+        for (std::size_t i = 0; i < chaines.size(); ++i) {
+            EXPECT_EQ(t.Donne(N(chaines[i]))->v, donnees[i]);
+        }
+        EXPECT_TRUE(t.Supprime(N(retiree))); // et réussit ensuite
+    };
+    auto const allocation = [](bool oui) { gTableauxPermis = oui ? 0 : -1; };
+    auto const copie = [](bool oui) { Fragile::casse = oui; };
+    for (auto const& echoue :
+         {std::function<void(bool)>(allocation), std::function<void(bool)>(copie)}) {
+        Table t; // ab absorbe son seul enfant cdefgh
+        t.Insere(N(u"ab"), 1);
+        t.Insere(N(u"abcdefgh"), 2);
+        verifie(t, Cas{u"ab", u"abcdefgh"}, u"ab", echoue);
+        Table u; // la feuille cx partie, ab se fond avec dyyyyy
+        u.Insere(N(u"abcx"), 1);
+        u.Insere(N(u"abdyyyyy"), 2);
+        verifie(u, Cas{u"abcx", u"abdyyyyy"}, u"abcx", echoue);
+    }
+}
+
+// CreeNoeud reçoit la suite du nœud à créer.
+TEST(TableChaine, CreeNoeudRecoitLaSuite)
+{
+    struct Temoin : TableChaine
+    {
+        mutable Cas recues;
+        Noeud* CreeNoeud(ChaineN const& cars) const override
+        {
+            recues.push_back(U(cars));
+            return TableChaine::CreeNoeud(cars);
+        }
+    } t;
+    t.TrouveEmplacementEtInsere(N(u"abcd"));
+    t.TrouveEmplacementEtInsere(N(u"abxy")); // ab coupé : cd puis xy
+    t.TrouveEmplacementEtInsere(N(u"a"));    // ab coupé : b
+    EXPECT_EQ(t.recues, (Cas{u"abcd", u"cd", u"xy", u"b"}));
+    EXPECT_EQ(aide::Chaines(t), (Cas{u"a", u"abcd", u"abxy"}));
 }
