@@ -75,7 +75,8 @@ EnTeteTrie LisEnTeteTrie(FluxEntree& flux)
 LecteurEnregistrements::LecteurEnregistrements(FluxEntree& flux, FluxEntreeMemoire* memoire,
                                                std::uint32_t base, bool positionsCompactes,
                                                std::vector<unsigned char>& copie)
-    : _flux(flux), _base(base), _compactes(positionsCompactes), _copie(copie)
+    : _flux(flux), _enPlace(memoire != nullptr), _base(base), _compactes(positionsCompactes),
+      _copie(copie)
 {
     if (memoire != nullptr) {
         // Repris à chaque consultation : le flux a pu changer de bloc depuis.
@@ -88,7 +89,7 @@ LecteurEnregistrements::LecteurEnregistrements(FluxEntree& flux, FluxEntreeMemoi
 
 EnregistrementNoeud LecteurEnregistrements::Lis(std::uint64_t position)
 {
-    if (_octets == nullptr) {
+    if (!_enPlace) {
         return _CopieDuFlux(_base + position);
     }
     if (position >= _taille) {

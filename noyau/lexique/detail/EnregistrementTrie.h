@@ -65,7 +65,8 @@ private:
     EnregistrementNoeud _CopieDuFlux(std::uint64_t debut);
 
     FluxEntree& _flux;
-    unsigned char const* _octets = nullptr; // en mémoire : les données depuis base
+    bool _enPlace;
+    unsigned char const* _octets = nullptr; // en place : les données depuis base
     std::uint64_t _taille = 0;
     std::uint32_t _base;
     bool _compactes;
