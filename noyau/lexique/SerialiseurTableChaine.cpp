@@ -28,7 +28,7 @@ std::vector<unsigned char> LisZone(FluxEntree& flux, std::uint32_t longueur)
         std::size_t const n = std::min<std::size_t>(longueur - debut, std::max(debut, kMorceau));
         zone.resize(debut + n);
         if (flux.Donne(static_cast<unsigned int>(n), zone.data() + debut) != n) {
-            detail::LanceTableNonValide(detail::kZoneTropLongue);
+            detail::LanceOctetsManquants(detail::kZoneTropLongue);
         }
     }
     return zone;
@@ -135,10 +135,11 @@ void Serialiseur<TableChaineNoyau>::Lis(FluxEntree& flux, TableChaineNoyau* tabl
 // puis la chaîne de ses frères suivants, comme le ferait la lecture récursive dont il garde la
 // liste des positions en cours.
 //
-// Gardes : revenir à une position en cours est une boucle ; un enregistrement atteint par deux
-// chemins est lu deux fois, mais les nœuds construits restent bornés par la taille de la forme
-// vue (kNoeudsParOctet fois son étendue), ce qu'aucun arbre écrit n'approche (un nœud prend au
-// moins deux octets) et qui arrête un partage exponentiel.
+// Gardes : revenir à une position en cours est une boucle. Un enregistrement atteint par deux
+// chemins est lu deux fois ; chaque nœud construit compte les octets qu'il a lus (enregistrement
+// et donnée), et le total reste borné par kLusParOctet fois l'étendue de la forme vue. Un arbre
+// écrit lit chaque octet une fois au plus : seule une forme dont le partage se multiplie
+// atteint la borne, qui tient aussi la mémoire (suites comprises) proportionnelle à la forme.
 class Serialiseur<TableChaineNoyau>::_Lecture
 {
 public:
@@ -165,7 +166,7 @@ public:
     }
 
 private:
-    static constexpr std::uint64_t kNoeudsParOctet = 16;
+    static constexpr std::uint64_t kLusParOctet = 16;
 
     struct Cadre
     {
@@ -184,37 +185,50 @@ private:
         return std::find(_positions.begin(), recues, position) != recues;
     }
 
+    void _MetsEnCours(unsigned long position, bool oui)
+    {
+        if (position >= _enCours.size()) { // la position a été lue : le flux va jusque-là
+            _enCours.resize(position + 1);
+        }
+        _enCours[position] = oui;
+    }
+
     void _Entre(Noeud& n, unsigned long position)
     {
         if (_EnCours(position)) {
             detail::LanceTableNonValide(detail::kBoucle);
         }
-        auto const e = _Remplis(n, position);
-        if (++_noeuds > kNoeudsParOctet * _etendue) {
-            detail::LanceTableNonValide(detail::kTropDeNoeuds);
-        }
+        auto const e = _enregistrements.Lis(position);
+        _Remplis(n, position, e);
+        _Compte(position, e);
         _positions.Ajoute(position);
-        if (position >= _enCours.size()) { // la position a été lue : le flux va jusque-là
-            _enCours.resize(position + 1);
-        }
-        _enCours[position] = true;
+        _MetsEnCours(position, true);
         _pile.push_back({&n, position, e, 0});
     }
 
     // La suite, la donnée, puis les drapeaux : un nœud n'est terminal qu'avec sa donnée lue.
-    detail::EnregistrementNoeud _Remplis(Noeud& n, unsigned long position)
+    void _Remplis(Noeud& n, unsigned long position, detail::EnregistrementNoeud const& e)
     {
-        auto const e = _enregistrements.Lis(position);
         detail::DecodeSuite(e, _unites);
         n._MetsCars(_unites);
-        _etendue = std::max<std::uint64_t>(_etendue, position + e.taille);
         if (e.drapeaux & Noeud::kTerminal) {
             _enregistrements.PositionneSurDonnee(position, e);
             n.LisDonnees(_zone);
-            _etendue = std::max<std::uint64_t>(_etendue, _zone.DonnePosition());
         }
         n._drapeaux = e.drapeaux;
-        return e;
+    }
+
+    void _Compte(unsigned long position, detail::EnregistrementNoeud const& e)
+    {
+        std::uint64_t fin = position + e.taille;
+        if (e.drapeaux & Noeud::kTerminal) {
+            fin = std::max<std::uint64_t>(fin, _zone.DonnePosition());
+        }
+        _etendue = std::max(_etendue, fin);
+        _lus += fin - position;
+        if (_lus > kLusParOctet * _etendue) {
+            detail::LanceTableNonValide(detail::kTropPartagee);
+        }
     }
 
     void _Avance()
@@ -237,7 +251,7 @@ private:
                 return;
             }
         }
-        _enCours[c.position] = false;
+        _MetsEnCours(c.position, false);
         _positions.Enleve(_positions.Taille() - 1);
         _pile.pop_back();
     }
@@ -250,7 +264,7 @@ private:
     std::vector<bool> _enCours;
     std::vector<Cadre> _pile;
     std::u16string _unites;
-    std::uint64_t _noeuds = 0;
+    std::uint64_t _lus = 0;     // octets lus par tous les nœuds construits
     std::uint64_t _etendue = 0; // fin du plus lointain octet lu
 };
 

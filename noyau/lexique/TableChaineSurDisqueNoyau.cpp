@@ -6,6 +6,7 @@
 #include "noyau/lexique/detail/EnregistrementTrie.h"
 #include "noyau/lexique/detail/LanceTableNonValide.h"
 
+#include <algorithm>
 #include <limits>
 #include <string_view>
 
@@ -15,34 +16,49 @@ using Noeud = TableChaineNoyau::Noeud;
 
 namespace {
 
-// Un chemin de consultation est fixé par son état (position, longueur du reste de la clef) :
-// un état qui revient, et le chemin ne finirait pas. Détection de Brent : l'état est comparé à
-// un repère, déplacé à chaque puissance de deux pas ; une boucle est vue en peu de pas de plus
-// qu'il n'en faut pour y entrer et en faire le tour, sans fausse alerte, pour le prix d'une
-// comparaison par enregistrement.
-class GardeBoucle
+// Gardes d'un chemin de consultation.
+// - Boucle : le chemin est fixé par son état (position, longueur du reste de la clef) ; un
+//   état qui revient, et il ne finirait pas. Détection de Brent : l'état est comparé à un
+//   repère déplacé à chaque puissance de deux pas ; une boucle est vue peu après qu'on y est
+//   entré, sans fausse alerte.
+// - Longueur : dans un arbre écrit, un chemin passe une fois au plus par chaque enregistrement,
+//   soit moins de pas que d'octets lus. Un chemin qui repasse par les mêmes enregistrements en
+//   raccourcissant la clef finit, mais peut coûter la taille de la forme par unité de la clef :
+//   au-delà de l'étendue lue plus la longueur de la clef, il est refusé.
+// Chaque garde coûte une comparaison par enregistrement.
+class GardeChemin
 {
 public:
-    GardeBoucle(std::uint64_t position, std::size_t reste) : _position(position), _reste(reste) {}
-
-    void Pas(std::uint64_t position, std::size_t reste)
+    GardeChemin(std::uint64_t position, std::size_t reste)
+        : _repere(position), _reste(reste), _pasPermis(reste + 1)
     {
-        if (position == _position && reste == _reste) {
+    }
+
+    void Pas(std::uint64_t position, std::size_t reste, std::uint64_t finLue)
+    {
+        if (position == _repere && reste == _reste) {
             detail::LanceTableNonValide(detail::kBoucle);
         }
         if (++_pas == _palier) {
-            _position = position;
+            _repere = position;
             _reste = reste;
             _palier *= 2;
             _pas = 0;
         }
+        _etendue = std::max(_etendue, finLue);
+        if (++_total > _etendue + _pasPermis) {
+            detail::LanceTableNonValide(detail::kCheminTropLong);
+        }
     }
 
 private:
-    std::uint64_t _position;
+    std::uint64_t _repere;
     std::size_t _reste;
     std::uint64_t _pas = 0;
     std::uint64_t _palier = 1;
+    std::uint64_t const _pasPermis;
+    std::uint64_t _etendue = 0;
+    std::uint64_t _total = 0;
 };
 
 } // namespace
@@ -76,9 +92,10 @@ bool TableChaineSurDisqueNoyau::PlacePourChaine(ChaineN const& chaine, unsigned 
     detail::LecteurEnregistrements lecteur(*_flux, _memoire, _base, _positionsCompactes,
                                            _enregistrement);
     std::u16string_view clef(chaine.PreteUniCString(), chaine.Longueur());
-    GardeBoucle garde(position, clef.size());
+    GardeChemin garde(position, clef.size());
     for (;;) {
         auto const e = lecteur.Lis(position);
+        std::uint64_t const finLue = std::uint64_t(position) + e.taille;
         std::ptrdiff_t const unites = detail::UnitesSiPrefixe(e.cars, e.nbOctets, clef);
         if (unites >= 0 && std::size_t(unites) == clef.size()) {
             return (e.drapeaux & Noeud::kTerminal) != 0;
@@ -92,7 +109,7 @@ bool TableChaineSurDisqueNoyau::PlacePourChaine(ChaineN const& chaine, unsigned 
         } else {
             return false;
         }
-        garde.Pas(position, clef.size());
+        garde.Pas(position, clef.size(), finLue);
     }
 }
 

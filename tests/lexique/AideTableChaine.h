@@ -191,10 +191,17 @@ inline std::vector<std::u16string> MotsFrancais(std::size_t pas)
     return mots;
 }
 
-// L'explication d'une exception de la bibliothèque, en UTF-8.
-inline std::string Explication(sdd::exceptions::Exception const& e)
+// Le message complet d'une exception de la bibliothèque (classe et explication), en UTF-8.
+inline std::string Refus(sdd::exceptions::Exception const& e)
 {
-    return QString(e.Explication()).toStdString();
+    return QString(e.MessageComplet()).toStdString();
 }
+
+// Les refus attendus des lecteurs de la forme écrite.
+inline std::string const kVersion = "Table non valide : Version non gérée";
+inline std::string const kBoucle = "Table non valide : Boucle dans la structure de chaines";
+inline std::string const kAuBout = "L'opération est invalide : "; // suite lue au bout du flux
+inline std::string const kTronque =
+    "Erreur de désérialisation : Enregistrement tronqué dans la structure de chaines";
 
 } // namespace aide

@@ -31,14 +31,14 @@ void Lis(Octets octets, sdd::TableChaineNoyau* table)
     S::Lis(e.flux, table);
 }
 
-// L'explication de la TableNonValide levée par Lis.
+// Le refus de Lis.
 std::string RefusDeLis(Octets const& octets)
 {
     TableChaine t;
     try {
         Lis(octets, &t);
-    } catch (TableNonValide const& e) {
-        return aide::Explication(e);
+    } catch (sdd::exceptions::Exception const& e) {
+        return aide::Refus(e);
     }
     return "accepté";
 }
@@ -183,13 +183,55 @@ TEST(SerialiseurTableChaine, ToutesLesUnitesFontLAllerRetour)
         ASSERT_EQ(aide::Chaines(lue), ordre);
     }
     aide::Emprunt e(v110);
-    sdd::TableChaineSurDisqueNoyau disque(&e.flux, 0);
+    aide::FluxSequentiel sequentiel(v110.data(), v110.size());
+    sdd::TableChaineSurDisqueNoyau const enPlace(&e.flux, 0), parOctets(&sequentiel, 0);
     for (auto const& s : ordre) {
-        ASSERT_TRUE(disque.Possede(N(s)));
+        ASSERT_TRUE(enPlace.Possede(N(s)));
+        ASSERT_TRUE(parOctets.Possede(N(s)));
         for (std::u16string voisin : {s.substr(0, s.size() - 1), s + s.back()}) {
-            ASSERT_EQ(disque.Possede(N(voisin)), attendu.count(voisin) == 1);
-            ASSERT_EQ(t.Possede(N(voisin)), attendu.count(voisin) == 1);
+            bool const present = attendu.count(voisin) == 1;
+            ASSERT_EQ(enPlace.Possede(N(voisin)), present);
+            ASSERT_EQ(parOctets.Possede(N(voisin)), present);
+            ASSERT_EQ(t.Possede(N(voisin)), present);
         }
+    }
+}
+
+// Un enregistrement à longue suite partagé par des chemins qui doublent à chaque niveau :
+// arrêté avant que la mémoire ne suive (chaque nœud compte les octets qu'il relit).
+TEST(SerialiseurTableChaine, PartageDeLonguesSuites)
+{
+    Octets zone(60000, 'a');
+    zone.insert(zone.end(), {0, 0x02});
+    std::uint32_t precedent = 0;
+    auto const lien = [&zone](std::uint32_t v) {
+        for (int i = 0; i < 4; ++i) {
+            zone.push_back(static_cast<unsigned char>(v >> (8 * i)));
+        }
+    };
+    for (int i = 0; i < 20; ++i) {
+        auto const position = static_cast<std::uint32_t>(zone.size());
+        zone.insert(zone.end(), {'b', 0, 0x0C});
+        lien(precedent);
+        lien(precedent);
+        precedent = position;
+    }
+    auto const racine = static_cast<std::uint32_t>(zone.size());
+    zone.insert(zone.end(), {0, 0x04});
+    lien(precedent);
+    sdd::TamponMemoire forme(16);
+    forme.Mets(Octets{0x64, 0, 1, 0, 0, 0}.data(), 6);
+    sdd::VarElias::Ecris(forme, racine);
+    sdd::VarElias::Ecris(forme, static_cast<std::uint32_t>(zone.size()));
+    forme.Mets(zone.data(), static_cast<unsigned int>(zone.size()));
+    forme.PositionneAuDebut();
+    TableChaine t;
+    try {
+        S::Lis(forme, &t);
+        ADD_FAILURE() << "aucun refus";
+    } catch (TableNonValide const& e) {
+        EXPECT_EQ(aide::Refus(e),
+                  "Table non valide : Structure de chaines trop partagée pour sa taille");
     }
 }
 
@@ -198,31 +240,30 @@ TEST(SerialiseurTableChaine, FormesRefusees)
     TableChaine t = Table({u"garde"});
     Octets forme = aide::Ecris(t);
     forme[0] = 0x6F;
-    EXPECT_EQ(RefusDeLis(forme), "Version non gérée");
+    EXPECT_EQ(RefusDeLis(forme), aide::kVersion);
     {
         TableChaine intacte = Table({u"garde"});
         EXPECT_THROW(Lis(forme, &intacte), TableNonValide);
         Octets longue = Forme(0, 0, {0, 0});
         longue[7] = 0x83;
-        EXPECT_THROW(Lis(longue, &intacte), TableNonValide);
+        EXPECT_THROW(Lis(longue, &intacte), sdd::exceptions::ErreurDeserialisation);
         EXPECT_TRUE(intacte.Possede(N(u"garde"))); // refusées avant de toucher la table
         EXPECT_EQ(intacte.Taille(), 1u);
     }
     // Enfant de la racine qui la désigne elle-même.
-    EXPECT_EQ(RefusDeLis(Forme(0, 0, {0, 0x04, 0x80})), "Boucle dans la structure de chaines");
+    EXPECT_EQ(RefusDeLis(Forme(0, 0, {0, 0x04, 0x80})), aide::kBoucle);
     // Deux frères qui se désignent l'un l'autre.
     EXPECT_EQ(RefusDeLis(Forme(0, 8, {'a', 0, 0x08, 0x84, 'b', 0, 0x08, 0x80, 0, 0x04, 0x80})),
-              "Boucle dans la structure de chaines");
-    EXPECT_EQ(RefusDeLis(Forme(0, 2, {0, 0})), "Position hors de la structure de chaines");
-    EXPECT_EQ(RefusDeLis(Forme(0, 0, {0, 0x04, 0x85})), "Position hors de la structure de chaines");
-    EXPECT_EQ(RefusDeLis(Forme(0, 0, {0, 0x04, 0x80}, 100)),
-              "Enregistrement tronqué dans la structure de chaines");
-    EXPECT_EQ(RefusDeLis(Forme(0, 0, {'a', 'b'})),
-              "Enregistrement tronqué dans la structure de chaines");
+              aide::kBoucle);
+    EXPECT_EQ(RefusDeLis(Forme(0, 2, {0, 0})), aide::kAuBout);
+    EXPECT_EQ(RefusDeLis(Forme(0, 0, {0, 0x04, 0x85})), aide::kAuBout);
+    EXPECT_EQ(RefusDeLis(Forme(0, 0, {0, 0x04, 0x80}, 100)), aide::kTronque);
+    EXPECT_EQ(RefusDeLis(Forme(0, 0, {'a', 'b'})), aide::kAuBout);
     Octets enorme = aide::Ecris(t); // zone annoncée de 270 Mo : rien de tel n'est alloué
     enorme.resize(6);
     enorme.insert(enorme.end(), {0x80, 0x1F, 0xFF, 0xFF, 0xFF});
-    EXPECT_EQ(RefusDeLis(enorme), "La structure de chaines dépasse la fin des données");
+    EXPECT_EQ(RefusDeLis(enorme),
+              "Erreur de désérialisation : La structure de chaines dépasse la fin des données");
     // Partage exponentiel : chaque « a » désigne le précédent comme enfant et comme frère ;
     // 2^24 nœuds annoncés en 126 octets.
     Octets zone{'a', 0, 0x02};
@@ -236,7 +277,7 @@ TEST(SerialiseurTableChaine, FormesRefusees)
     auto const racine = static_cast<std::uint8_t>(zone.size());
     zone.insert(zone.end(), {0, 0x04, std::uint8_t(0x80 | precedent)});
     EXPECT_EQ(RefusDeLis(Forme(1, racine, zone)),
-              "Structure de chaines trop partagée pour sa taille");
+              "Table non valide : Structure de chaines trop partagée pour sa taille");
 
     TableChaine u;
     EXPECT_THROW(Lis(Forme(0, 0, {0, 0x04, 0x00}), &u), sdd::exceptions::ErreurDeserialisation);
@@ -259,9 +300,9 @@ TEST(SerialiseurTableChaine, FormesAcceptees)
     // Le frère de b est hors de la zone : a, b et leurs x sont lus, puis la lecture échoue.
     Octets const abimee = Forme(
         2, 13, {'x', 0, 0x02, 'b', 0, 0x0C, 0x80, 0x90, 'a', 0, 0x0C, 0x80, 0x83, 0, 0x04, 0x88});
-    EXPECT_EQ(RefusDeLis(abimee), "Position hors de la structure de chaines");
+    EXPECT_EQ(RefusDeLis(abimee), aide::kAuBout);
     TableChaine partielle;
-    EXPECT_THROW(Lis(abimee, &partielle), TableNonValide);
+    EXPECT_THROW(Lis(abimee, &partielle), sdd::exceptions::OperationInvalide);
     EXPECT_EQ(partielle.Taille(), 2u);
     EXPECT_EQ(aide::Chaines(partielle), (std::vector<std::u16string>{u"ax", u"bx"}));
     Lis(aide::Ecris(partielle), &t);

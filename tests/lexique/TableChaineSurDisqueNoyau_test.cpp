@@ -35,8 +35,8 @@ std::string RefusDePossede(Octets octets, std::u16string const& chaine)
     try {
         TableChaineSurDisqueNoyau disque(&e.flux, 0);
         disque.Possede(N(chaine));
-    } catch (TableNonValide const& ex) {
-        return aide::Explication(ex);
+    } catch (sdd::exceptions::Exception const& ex) {
+        return aide::Refus(ex);
     }
     return "accepté";
 }
@@ -112,14 +112,14 @@ TEST(TableChaineSurDisqueNoyau, DifferentielMotsFrancais)
     }
 }
 
-// Hors des mots : U+FFFD, paires de demi-codets, suites non ASCII longues ; les deux lectures
-// (sur disque et en mémoire après relecture) donnent la même réponse. Une seule paire, pour
-// qu'aucune ne soit coupée entre deux nœuds (voir PaireCoupeeEntreDeuxNoeuds).
+// Hors des mots : U+FFFD, paires de demi-codets (parfois coupées entre deux nœuds), suites non
+// ASCII longues ; les deux lectures (sur disque et en mémoire après relecture) donnent la même
+// réponse.
 TEST(TableChaineSurDisqueNoyau, AccordAvecLaRelectureEnMemoire)
 {
     std::mt19937 hasard(3);
-    std::vector<std::u16string> const lettres{u"a",          u"é",      u"\uFFFD",
-                                              u"\U0001F600", u"\u00A0", u"z"};
+    std::vector<std::u16string> const lettres{u"a",          u"é",      u"\uFFFD", u"\U0001F600",
+                                              u"\U0001F601", u"\u00A0", u"z"};
     auto const chaine = [&] {
         std::u16string s;
         for (int n = std::uniform_int_distribution<int>(0, 9)(hasard); n > 0; --n) {
@@ -153,13 +153,13 @@ TEST(TableChaineSurDisqueNoyau, FormesRefusees)
     t.TrouveEmplacementEtInsere(N(u"mot"));
     Octets forme = aide::Ecris(t);
     forme[1] = 1;
-    EXPECT_EQ(RefusDePossede(forme, u"mot"), "Version non gérée");
+    EXPECT_EQ(RefusDePossede(forme, u"mot"), aide::kVersion);
     // Racine dont l'enfant est elle-même : la consultation ne tourne pas sans fin.
     Octets const boucle{0x6E, 0, 0, 0, 0, 0, 0x80, 0x83, 0, 0x04, 0x80};
-    EXPECT_EQ(RefusDePossede(boucle, u"x"), "Boucle dans la structure de chaines");
+    EXPECT_EQ(RefusDePossede(boucle, u"x"), aide::kBoucle);
     Octets const hors{0x6E, 0, 0, 0, 0, 0, 0x80, 0x83, 0, 0x04, 0x83};
-    EXPECT_EQ(RefusDePossede(hors, u"x"), "Position hors de la structure de chaines");
-    EXPECT_THROW(RefusDePossede({0x6E, 0, 0}, u"x"), sdd::exceptions::ErreurDeserialisation);
+    EXPECT_EQ(RefusDePossede(hors, u"x"), aide::kAuBout);
+    EXPECT_EQ(RefusDePossede({0x6E, 0, 0}, u"x").rfind("Erreur de désérialisation : ", 0), 0u);
 
     // Un Init refusé laisse la table telle qu'elle était.
     Octets bonne = aide::Ecris(t);
@@ -186,7 +186,7 @@ TEST(TableChaineSurDisqueNoyau, FormesAcceptees)
     TableChaineSurDisqueNoyau disque(&e.flux, 0);
     EXPECT_TRUE(disque.Possede(N(u"mot")));
     forme[6] = 0xFF; // racine au-delà des données : refusée par la question, pas par Init
-    EXPECT_EQ(RefusDePossede(forme, u"mot"), "Position hors de la structure de chaines");
+    EXPECT_EQ(RefusDePossede(forme, u"mot"), aide::kAuBout);
 
     // « ab » (0) a pour enfant « b » (1), qui commence dans ses propres octets et partage ses
     // liens : enfant 1, frère « q » (6). Le chemin de « abbq » passe trois fois par 1.
@@ -228,4 +228,61 @@ TEST(TableChaineSurDisqueNoyau, OctetsAbimes)
             }
         }
     }
+}
+
+// Un chemin qui repasse par les mêmes enregistrements en raccourcissant la clef finirait, mais
+// après (longueur de la clef) × (taille de la forme) pas : il est arrêté après la taille de la
+// forme, sur les deux sortes de flux.
+TEST(TableChaineSurDisqueNoyau, CheminTropLong)
+{
+    // Version 100 : 1 000 « b » chaînés par leurs frères, puis « a » terminal dont l'enfant est
+    // le premier « b » ; la racine désigne « a ».
+    constexpr std::uint32_t kB = 1000;
+    Octets forme{0x64, 0, 1, 0, 0, 0};
+    Octets zone;
+    auto const lien = [&zone](std::uint32_t v) {
+        for (int i = 0; i < 4; ++i) {
+            zone.push_back(static_cast<unsigned char>(v >> (8 * i)));
+        }
+    };
+    for (std::uint32_t i = 0; i < kB; ++i) {
+        zone.insert(zone.end(), {'b', 0, 0x08});
+        lien(7 * (i + 1));
+    }
+    zone.insert(zone.end(), {'a', 0, 0x06});
+    lien(0);
+    zone.insert(zone.end(), {0, 0x04});
+    lien(7 * kB);
+    sdd::TamponMemoire entete(8);
+    entete.Mets(forme.data(), 6);
+    sdd::VarElias::Ecris(entete, 7 * kB + 7);
+    sdd::VarElias::Ecris(entete, static_cast<std::uint32_t>(zone.size()));
+    forme.assign(entete.DonneDonnees(), entete.DonneDonnees() + entete.DonneTaille());
+    forme.insert(forme.end(), zone.begin(), zone.end());
+
+    struct Compteur : aide::FluxSequentiel
+    {
+        using FluxSequentiel::FluxSequentiel;
+        void Positionne(unsigned int position) override
+        {
+            ++pas;
+            FluxSequentiel::Positionne(position);
+        }
+        std::size_t pas = 0;
+    } compteur(forme.data(), forme.size());
+    aide::Emprunt e(forme);
+    std::u16string const longue = std::u16string(200, u'a') + u"z";
+    for (sdd::FluxEntree* flux :
+         {static_cast<sdd::FluxEntree*>(&e.flux), static_cast<sdd::FluxEntree*>(&compteur)}) {
+        TableChaineSurDisqueNoyau disque(flux, 0);
+        EXPECT_TRUE(disque.Possede(N(u"aaa")));
+        try {
+            disque.Possede(N(longue));
+            ADD_FAILURE() << "aucun refus";
+        } catch (TableNonValide const& ex) {
+            EXPECT_EQ(aide::Refus(ex),
+                      "Table non valide : Chemin trop long dans la structure de chaines");
+        }
+    }
+    EXPECT_LT(compteur.pas, 2 * forme.size()); // sans la borne : 201 tours de 1 001 pas
 }

@@ -1,6 +1,7 @@
 #include "noyau/lexique/detail/EnregistrementTrie.h"
 
 #include "noyau/chaines/detail/UTF8.h"
+#include "noyau/erreurs/Exceptions.h"
 #include "noyau/flux/Flux.h"
 #include "noyau/flux/Serialiseur.h"
 #include "noyau/flux/VarElias.h"
@@ -25,7 +26,7 @@ unsigned char const* LisLien(unsigned char const* p, unsigned char const* fin, b
         return p + VarElias::Lis(p, fin, lien);
     }
     if (fin - p < 4) {
-        LanceTableNonValide(kEnregistrementTronque);
+        LanceOctetsManquants(kEnregistrementTronque);
     }
     *lien = std::uint32_t(p[0]) | std::uint32_t(p[1]) << 8 | std::uint32_t(p[2]) << 16 |
             std::uint32_t(p[3]) << 24;
@@ -37,8 +38,11 @@ EnregistrementNoeud Analyse(unsigned char const* debut, unsigned char const* fin
 {
     auto const* const zero =
         static_cast<unsigned char const*>(std::memchr(debut, 0, std::size_t(fin - debut)));
-    if (zero == nullptr || zero + 1 == fin) { // sans zéro, ou sans octet de drapeaux
-        LanceTableNonValide(kEnregistrementTronque);
+    if (zero == nullptr) {
+        throw exceptions::OperationInvalide(); // comme ChaineN::Lis au bout du flux
+    }
+    if (zero + 1 == fin) {
+        LanceOctetsManquants(kEnregistrementTronque);
     }
     EnregistrementNoeud e{};
     e.cars = debut;
@@ -56,6 +60,11 @@ EnregistrementNoeud Analyse(unsigned char const* debut, unsigned char const* fin
 }
 
 } // namespace
+
+void LanceOctetsManquants(char const* explication)
+{
+    throw exceptions::ErreurDeserialisation(UniChaine(explication));
+}
 
 EnTeteTrie LisEnTeteTrie(FluxEntree& flux)
 {
@@ -93,7 +102,7 @@ EnregistrementNoeud LecteurEnregistrements::Lis(std::uint64_t position)
         return _CopieDuFlux(_base + position);
     }
     if (position >= _taille) {
-        LanceTableNonValide(kPositionHorsZone);
+        throw exceptions::OperationInvalide(); // une suite lue au bout du flux
     }
     return Analyse(_octets + position, _octets + _taille, _compactes);
 }
@@ -104,11 +113,11 @@ EnregistrementNoeud LecteurEnregistrements::_CopieDuFlux(std::uint64_t debut)
 {
     constexpr unsigned int kApresSuite = 1 + 2 * VarElias::kLongueurMax;
     if (debut > std::numeric_limits<unsigned int>::max()) {
-        LanceTableNonValide(kPositionHorsZone);
+        throw exceptions::OperationInvalide();
     }
     _flux.Positionne(static_cast<unsigned int>(debut));
     if (_flux.EstALaFin()) {
-        LanceTableNonValide(kPositionHorsZone);
+        throw exceptions::OperationInvalide();
     }
     _copie.clear();
     do {

@@ -16,14 +16,19 @@ class FluxSortie;
 // la consultation sur disque : mêmes enregistrements, mêmes contrôles, mêmes erreurs.
 namespace sdd::detail {
 
-// Explications des TableNonValide levées sur une forme abîmée.
+// Explications des exceptions levées sur une forme abîmée. Une structure fausse lève
+// TableNonValide ; des octets qui manquent, ErreurDeserialisation comme tout flux trop court,
+// sauf une suite sans son zéro, qui lève OperationInvalide comme ChaineN::Lis.
 inline constexpr char kVersionNonGeree[] = "Version non gérée";
 inline constexpr char kBoucle[] = "Boucle dans la structure de chaines";
-inline constexpr char kPositionHorsZone[] = "Position hors de la structure de chaines";
+inline constexpr char kTropPartagee[] = "Structure de chaines trop partagée pour sa taille";
+inline constexpr char kCheminTropLong[] = "Chemin trop long dans la structure de chaines";
 inline constexpr char kEnregistrementTronque[] =
     "Enregistrement tronqué dans la structure de chaines";
 inline constexpr char kZoneTropLongue[] = "La structure de chaines dépasse la fin des données";
-inline constexpr char kTropDeNoeuds[] = "Structure de chaines trop partagée pour sa taille";
+
+// Lève ErreurDeserialisation avec cette explication.
+[[noreturn]] void LanceOctetsManquants(char const* explication);
 
 struct EnTeteTrie
 {
