@@ -411,7 +411,10 @@ void TableTrieeNoyau::_TrouveEmplacementEtSupprime(ProxyClefNoyau const& clef, b
         retire->_droite = nullptr;
     }
     delete retire;
-    --_nombre;
+    // Un compte lu peut être faux : à 0, il y reste plutôt que de passer au maximum.
+    if (_nombre != 0) {
+        --_nombre;
+    }
 }
 
 void TableTrieeNoyau::_Remplace(Noeud* ancien, Noeud* nouveau) noexcept
@@ -464,6 +467,12 @@ void TableTrieeNoyau::Balance(Noeud* noeud) noexcept
         if (parent->EstNoir()) {
             return;
         }
+        Noeud* grandParent = parent->Parent();
+        if (grandParent == nullptr) {
+            // Racine rouge, possible dans un arbre lu : la noircir suffit.
+            parent->MetsEstNoir();
+            return;
+        }
         Noeud* const oncle = noeud->Oncle();
         if (NoeudRNEstRouge(oncle)) {
             parent->MetsEstNoir();
@@ -472,7 +481,6 @@ void TableTrieeNoyau::Balance(Noeud* noeud) noexcept
             noeud->MetsEstRouge();
             continue;
         }
-        Noeud* grandParent = noeud->GrandParent();
         if (noeud == parent->_droite && parent == grandParent->_gauche) {
             RotationGauche(parent);
             noeud = noeud->_gauche;
@@ -493,15 +501,29 @@ void TableTrieeNoyau::Balance(Noeud* noeud) noexcept
     }
 }
 
-// Le nœud traité porte un noir de trop ; son frère existe toujours dans un arbre valide.
+namespace {
+
+// Un frère absent, possible dans un arbre lu aux couleurs quelconques, compte comme un nœud
+// noir à enfants noirs : le cas 3 remonte, le cas 4 s'arrête, les cas 5 et 6 ne le voient
+// jamais.
+bool NoirANeveuxNoirs(Noeud const* frere) noexcept
+{
+    return frere == nullptr ||
+           (frere->EstNoir() && TableTrieeNoyau::NoeudRNEstNoir(frere->Gauche()) &&
+            TableTrieeNoyau::NoeudRNEstNoir(frere->Droite()));
+}
+
+} // namespace
+
+// Une boucle, pas une récursion : le noir de trop peut remonter toute la hauteur d'un arbre lu.
 void TableTrieeNoyau::SupprimeCas1(Noeud* noeud) noexcept
 {
-    if (noeud->Parent() != nullptr) {
-        SupprimeCas2(noeud);
+    while (noeud != nullptr && noeud->Parent() != nullptr) {
+        noeud = SupprimeCas2(noeud);
     }
 }
 
-void TableTrieeNoyau::SupprimeCas2(Noeud* noeud) noexcept
+Noeud* TableTrieeNoyau::SupprimeCas2(Noeud* noeud) noexcept
 {
     Noeud* const frere = noeud->Sibling();
     if (NoeudRNEstRouge(frere)) {
@@ -514,36 +536,37 @@ void TableTrieeNoyau::SupprimeCas2(Noeud* noeud) noexcept
             RotationDroite(parent);
         }
     }
-    SupprimeCas3(noeud);
+    return SupprimeCas3(noeud);
 }
 
-void TableTrieeNoyau::SupprimeCas3(Noeud* noeud) noexcept
+Noeud* TableTrieeNoyau::SupprimeCas3(Noeud* noeud) noexcept
 {
     Noeud* const frere = noeud->Sibling();
     Noeud* const parent = noeud->Parent();
-    if (parent->EstNoir() && NoeudRNEstNoir(frere) && NoeudRNEstNoir(frere->_gauche) &&
-        NoeudRNEstNoir(frere->_droite)) {
-        frere->MetsEstRouge();
-        SupprimeCas1(parent);
-    } else {
-        SupprimeCas4(noeud);
+    if (parent->EstNoir() && NoirANeveuxNoirs(frere)) {
+        if (frere != nullptr) {
+            frere->MetsEstRouge();
+        }
+        return parent;
     }
+    return SupprimeCas4(noeud);
 }
 
-void TableTrieeNoyau::SupprimeCas4(Noeud* noeud) noexcept
+Noeud* TableTrieeNoyau::SupprimeCas4(Noeud* noeud) noexcept
 {
     Noeud* const frere = noeud->Sibling();
     Noeud* const parent = noeud->Parent();
-    if (parent->EstRouge() && NoeudRNEstNoir(frere) && NoeudRNEstNoir(frere->_gauche) &&
-        NoeudRNEstNoir(frere->_droite)) {
-        frere->MetsEstRouge();
+    if (parent->EstRouge() && NoirANeveuxNoirs(frere)) {
+        if (frere != nullptr) {
+            frere->MetsEstRouge();
+        }
         parent->MetsEstNoir();
-    } else {
-        SupprimeCas5(noeud);
+        return nullptr;
     }
+    return SupprimeCas5(noeud);
 }
 
-void TableTrieeNoyau::SupprimeCas5(Noeud* noeud) noexcept
+Noeud* TableTrieeNoyau::SupprimeCas5(Noeud* noeud) noexcept
 {
     Noeud* const frere = noeud->Sibling();
     if (frere->EstNoir()) {
@@ -552,17 +575,16 @@ void TableTrieeNoyau::SupprimeCas5(Noeud* noeud) noexcept
             frere->MetsEstRouge();
             frere->_gauche->MetsEstNoir();
             RotationDroite(frere);
-        } else if (!aGauche && NoeudRNEstNoir(frere->_gauche) &&
-                   NoeudRNEstRouge(frere->_droite)) {
+        } else if (!aGauche && NoeudRNEstNoir(frere->_gauche) && NoeudRNEstRouge(frere->_droite)) {
             frere->MetsEstRouge();
             frere->_droite->MetsEstNoir();
             RotationGauche(frere);
         }
     }
-    SupprimeCas6(noeud);
+    return SupprimeCas6(noeud);
 }
 
-void TableTrieeNoyau::SupprimeCas6(Noeud* noeud) noexcept
+Noeud* TableTrieeNoyau::SupprimeCas6(Noeud* noeud) noexcept
 {
     Noeud* const frere = noeud->Sibling();
     Noeud* const parent = noeud->Parent();
@@ -583,6 +605,7 @@ void TableTrieeNoyau::SupprimeCas6(Noeud* noeud) noexcept
         }
         RotationDroite(parent);
     }
+    return nullptr;
 }
 
 // ---------------------------------------------------------------- diagnostics

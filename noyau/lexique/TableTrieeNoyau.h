@@ -148,12 +148,14 @@ protected:
     void RotationGauche(NoeudRNNoyau* noeud) noexcept;
     void RotationDroite(NoeudRNNoyau* noeud) noexcept;
     void Balance(NoeudRNNoyau* noeud) noexcept;
+    // Le nœud porte un noir de trop. SupprimeCas1 fait tourner les cas ; chacun des suivants
+    // renvoie le nœud qui porte encore ce noir, ou nul quand c'est fini.
     void SupprimeCas1(NoeudRNNoyau* noeud) noexcept;
-    void SupprimeCas2(NoeudRNNoyau* noeud) noexcept;
-    void SupprimeCas3(NoeudRNNoyau* noeud) noexcept;
-    void SupprimeCas4(NoeudRNNoyau* noeud) noexcept;
-    void SupprimeCas5(NoeudRNNoyau* noeud) noexcept;
-    void SupprimeCas6(NoeudRNNoyau* noeud) noexcept;
+    NoeudRNNoyau* SupprimeCas2(NoeudRNNoyau* noeud) noexcept;
+    NoeudRNNoyau* SupprimeCas3(NoeudRNNoyau* noeud) noexcept;
+    NoeudRNNoyau* SupprimeCas4(NoeudRNNoyau* noeud) noexcept;
+    NoeudRNNoyau* SupprimeCas5(NoeudRNNoyau* noeud) noexcept;
+    NoeudRNNoyau* SupprimeCas6(NoeudRNNoyau* noeud) noexcept;
 
 private:
     friend class Serialiseur<TableTrieeNoyau>;
