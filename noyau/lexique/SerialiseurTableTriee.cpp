@@ -1,65 +1,77 @@
 #include "noyau/lexique/SerialiseurTableTriee.h"
 
-#include "noyau/erreurs/Exceptions.h"
 #include "noyau/flux/VarElias.h"
 #include "noyau/lexique/detail/LanceTableNonValide.h"
 
-#include <memory>
+#include <utility>
+#include <vector>
 
 namespace sdd {
 
 namespace {
 
-enum Indicateurs : unsigned char {
+using Noeud = TableTrieeNoyau::NoeudRNNoyau;
+
+enum Indicateurs : unsigned char
+{
     kNoir = 1,
     kFilsGauche = 2,
     kFilsDroit = 4,
 };
 
-// Un arbre rouge-noir valide de moins de 2^32 nœuds a moins de 64 niveaux : au-delà, la
-// forme est fausse et la pile ne doit pas en souffrir.
-constexpr unsigned int kProfondeurMax = 64;
+// Un nœud en cours de lecture : ses indicateurs sont lus, puis son sous-arbre gauche, son
+// sous-arbre droit, enfin ses données, comme dans une lecture récursive.
+struct NoeudEnLecture
+{
+    Noeud* noeud;
+    unsigned char indicateurs = 0;
+    int etape = 0;
+};
 
 } // namespace
 
 SerialiseurNoeudRNNoyau::~SerialiseurNoeudRNNoyau() = default;
 DeserialiseurNoeudRNNoyau::~DeserialiseurNoeudRNNoyau() = default;
 
-struct Serialiseur<TableTrieeNoyau>::Lecture
-{
-    FluxEntree& flux;
-    DeserialiseurNoeudRNNoyau* lecteur;
-    std::uint32_t attendus;
-    std::uint32_t lus;
-};
-
 unsigned int Serialiseur<TableTrieeNoyau>::Ecris(FluxSortie& flux, TableTrieeNoyau const& table,
                                                  SerialiseurNoeudRNNoyau* ecrivain)
 {
     unsigned int const debut = flux.DonnePosition();
     Serialiseur<std::uint16_t>::Ecris(flux, kVersion);
-    VarElias::Ecris(flux, table._nombre);
-    if (table._nombre != 0) {
+    // Sans racine, pas d'arbre à écrire : un compte lu trop grand, resté après la suppression
+    // du dernier nœud, s'écrit 0 pour que la forme reste lisible.
+    std::uint32_t const nombre = table._racine != nullptr ? table._nombre : 0;
+    VarElias::Ecris(flux, nombre);
+    if (nombre != 0) {
         SerialiseDansTampon(table._racine, flux, ecrivain);
     }
     return debut;
 }
 
+// Sans récursion : un arbre lu peut avoir la profondeur de son nombre de nœuds.
 void Serialiseur<TableTrieeNoyau>::SerialiseDansTampon(Noeud const* noeud, FluxSortie& flux,
                                                        SerialiseurNoeudRNNoyau* ecrivain)
 {
-    // Indicateurs avant les sous-arbres, données après : l'ordre du format.
-    unsigned char const indicateurs = (noeud->EstNoir() ? kNoir : 0) |
-                                      (noeud->_gauche != nullptr ? kFilsGauche : 0) |
-                                      (noeud->_droite != nullptr ? kFilsDroit : 0);
-    flux.Mets(indicateurs);
-    if (noeud->_gauche != nullptr) {
-        SerialiseDansTampon(noeud->_gauche, flux, ecrivain);
+    std::vector<std::pair<Noeud const*, bool>> pile{{noeud, false}};
+    while (!pile.empty()) {
+        auto const [courant, sousArbresFaits] = pile.back();
+        pile.pop_back();
+        if (sousArbresFaits) {
+            ecrivain->EcrisNoeud(courant, flux);
+            continue;
+        }
+        unsigned char const indicateurs = (courant->EstNoir() ? kNoir : 0) |
+                                          (courant->_gauche != nullptr ? kFilsGauche : 0) |
+                                          (courant->_droite != nullptr ? kFilsDroit : 0);
+        flux.Mets(indicateurs);
+        pile.emplace_back(courant, true);
+        if (courant->_droite != nullptr) {
+            pile.emplace_back(courant->_droite, false);
+        }
+        if (courant->_gauche != nullptr) {
+            pile.emplace_back(courant->_gauche, false);
+        }
     }
-    if (noeud->_droite != nullptr) {
-        SerialiseDansTampon(noeud->_droite, flux, ecrivain);
-    }
-    ecrivain->EcrisNoeud(noeud, flux);
 }
 
 void Serialiseur<TableTrieeNoyau>::Lis(FluxEntree& flux, TableTrieeNoyau* table,
@@ -71,62 +83,49 @@ void Serialiseur<TableTrieeNoyau>::Lis(FluxEntree& flux, TableTrieeNoyau* table,
     if (version != kVersion) {
         detail::LanceTableNonValide("Version non gérée");
     }
-    Lecture lecture{flux, lecteur, VarElias::Lis(flux), 0};
-    if (lecture.attendus == 0) {
-        return;
+    // Le compte est gardé tel qu'écrit, jamais recompté : NbEnfants sert à le comparer.
+    table->_nombre = VarElias::Lis(flux);
+    if (table->_nombre != 0) {
+        table->_racine = table->CreeNoeudVide();
+        DeserialiseDuTampon(table->_racine, flux, nullptr, lecteur);
     }
-    // L'arbre n'est rattaché qu'entier et vérifié : un échec laisse la table vide.
-    std::unique_ptr<Noeud> racine(table->CreeNoeudVide());
-    DeserialiseDuTampon(racine.get(), nullptr, lecture, 0);
-    if (racine->EstRouge()) {
-        detail::LanceTableNonValide("Racine rouge");
-    }
-    if (lecture.lus != lecture.attendus) {
-        detail::LanceTableNonValide("Nombre d’entrées différent du nombre de nœuds");
-    }
-    table->_racine = racine.release();
-    table->_nombre = lecture.attendus;
 }
 
-unsigned int Serialiseur<TableTrieeNoyau>::DeserialiseDuTampon(Noeud* noeud, Noeud* parent,
-                                                                Lecture& lecture,
-                                                                unsigned int profondeur)
+// Les nœuds sont rattachés à mesure qu'ils sont créés : un échec laisse à la table ce qui a
+// été lu, et son destructeur le libère. Les bits d'indicateurs inconnus sont ignorés.
+void Serialiseur<TableTrieeNoyau>::DeserialiseDuTampon(Noeud* noeud, FluxEntree& flux,
+                                                       Noeud* parent,
+                                                       DeserialiseurNoeudRNNoyau* lecteur)
 {
-    if (profondeur >= kProfondeurMax) {
-        detail::LanceTableNonValide("Arbre trop profond");
-    }
-    if (++lecture.lus > lecture.attendus) {
-        detail::LanceTableNonValide("Nombre d’entrées différent du nombre de nœuds");
-    }
-    unsigned char indicateurs;
-    detail::LisOctets(lecture.flux, &indicateurs, 1);
-    if ((indicateurs & ~(kNoir | kFilsGauche | kFilsDroit)) != 0) {
-        detail::LanceTableNonValide("Indicateurs de nœud inconnus");
-    }
     noeud->MetsParent(parent);
-    if ((indicateurs & kNoir) != 0) {
-        noeud->MetsEstNoir();
+    std::vector<NoeudEnLecture> pile{{noeud}};
+    while (!pile.empty()) {
+        NoeudEnLecture& cadre = pile.back();
+        Noeud* const courant = cadre.noeud;
+        Noeud** enfant = nullptr;
+        switch (cadre.etape++) {
+        case 0:
+            detail::LisOctets(flux, &cadre.indicateurs, 1);
+            if ((cadre.indicateurs & kNoir) != 0) {
+                courant->MetsEstNoir();
+            }
+            enfant = (cadre.indicateurs & kFilsGauche) != 0 ? &courant->_gauche : nullptr;
+            break;
+        case 1:
+            enfant = (cadre.indicateurs & kFilsDroit) != 0 ? &courant->_droite : nullptr;
+            break;
+        default:
+            pile.pop_back();
+            lecteur->LisNoeud(courant, flux);
+            continue;
+        }
+        if (enfant != nullptr) {
+            *enfant = courant->NouveauNoeud();
+            // Son parent est posé dès sa création : même lu à moitié, l'arbre reste cohérent.
+            (*enfant)->MetsParent(courant);
+            pile.push_back({*enfant});
+        }
     }
-    unsigned int hauteurGauche = 1;
-    unsigned int hauteurDroite = 1;
-    if ((indicateurs & kFilsGauche) != 0) {
-        noeud->_gauche = noeud->NouveauNoeud();
-        hauteurGauche = DeserialiseDuTampon(noeud->_gauche, noeud, lecture, profondeur + 1);
-    }
-    if ((indicateurs & kFilsDroit) != 0) {
-        noeud->_droite = noeud->NouveauNoeud();
-        hauteurDroite = DeserialiseDuTampon(noeud->_droite, noeud, lecture, profondeur + 1);
-    }
-    // Les opérations supposent un arbre rouge-noir : une forme qui ne l'est pas est refusée.
-    if (hauteurGauche != hauteurDroite) {
-        detail::LanceTableNonValide("Hauteurs noires différentes");
-    }
-    if (noeud->EstRouge() && (TableTrieeNoyau::NoeudRNEstRouge(noeud->_gauche) ||
-                              TableTrieeNoyau::NoeudRNEstRouge(noeud->_droite))) {
-        detail::LanceTableNonValide("Nœud rouge à enfant rouge");
-    }
-    lecture.lecteur->LisNoeud(noeud, lecture.flux);
-    return hauteurGauche + (noeud->EstNoir() ? 1 : 0);
 }
 
 } // namespace sdd

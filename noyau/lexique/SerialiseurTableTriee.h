@@ -26,8 +26,8 @@ public:
 
 // Forme écrite : version 100 sur deux octets petit-boutistes, nombre d'entrées en VarElias,
 // puis l'arbre : pour chaque nœud un octet d'indicateurs (bit 0 noir, bit 1 fils gauche,
-// bit 2 fils droit), ses sous-arbres, enfin ses données. Les couleurs sont relues telles
-// quelles, sans rééquilibrage.
+// bit 2 fils droit), ses sous-arbres, enfin ses données. La lecture reprend tout tel quel :
+// compte, forme et couleurs, sans rien vérifier ni rééquilibrer.
 template <> class NOYAU_EXPORT Serialiseur<TableTrieeNoyau>
 {
 public:
@@ -36,19 +36,19 @@ public:
     // Renvoie la position du flux avant l'écriture.
     static unsigned int Ecris(FluxSortie& flux, TableTrieeNoyau const& table,
                               SerialiseurNoeudRNNoyau* ecrivain);
-    // Vide la table puis la relit. Une forme abîmée lève TableNonValide ou
-    // ErreurDeserialisation et laisse la table vide.
+    // Vide la table puis la relit. Une autre version lève TableNonValide et laisse la table
+    // vide ; un échec plus loin (flux épuisé, données illisibles) laisse le compte lu et
+    // les nœuds lus jusque-là, rattachés à la table.
     static void Lis(FluxEntree& flux, TableTrieeNoyau* table, DeserialiseurNoeudRNNoyau* lecteur);
 
-private:
-    struct Lecture;
-    using Noeud = TableTrieeNoyau::NoeudRNNoyau;
-
-    static void SerialiseDansTampon(Noeud const* noeud, FluxSortie& flux,
+    // Le sous-arbre de noeud : indicateurs en préordre, données en postordre.
+    static void SerialiseDansTampon(TableTrieeNoyau::NoeudRNNoyau const* noeud, FluxSortie& flux,
                                     SerialiseurNoeudRNNoyau* ecrivain);
-    // Renvoie la hauteur noire du sous-arbre lu (une feuille absente compte 1).
-    static unsigned int DeserialiseDuTampon(Noeud* noeud, Noeud* parent, Lecture& lecture,
-                                            unsigned int profondeur);
+    // Lit dans noeud, rattaché à parent, un sous-arbre écrit par SerialiseDansTampon ; chaque
+    // enfant est créé par NouveauNoeud et rattaché avant d'être lu.
+    static void DeserialiseDuTampon(TableTrieeNoyau::NoeudRNNoyau* noeud, FluxEntree& flux,
+                                    TableTrieeNoyau::NoeudRNNoyau* parent,
+                                    DeserialiseurNoeudRNNoyau* lecteur);
 };
 
 } // namespace sdd

@@ -34,7 +34,8 @@ template <typename T> ChaineN TexteDiagnostic(T const& valeur)
 
 } // namespace detail
 
-// Table triée noeudTypee (arbre rouge-noir) : tout ce qui ne dépend pas des types vit dans le cœur.
+// Table triée typée (arbre rouge-noir) : la couche typée ne fournit que le nœud et les
+// crochets ; tout ce qui ne dépend pas des types vit dans le cœur.
 template <typename TypeClef, typename TypeValeur, typename PlusPetit = FonctionPlusPetit<TypeClef>,
           typename Egalite = FonctionEgalite<TypeClef>>
 class TableTriee : public TableTrieeNoyau

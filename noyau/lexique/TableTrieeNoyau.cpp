@@ -1,12 +1,12 @@
 #include "noyau/lexique/TableTrieeNoyau.h"
 
-#include "noyau/conteneurs/ListeT.h"
-
-#include <algorithm>
 #include <iostream>
 #include <memory>
+#include <sstream>
 #include <string>
+#include <unordered_set>
 #include <utility>
+#include <vector>
 
 namespace sdd {
 
@@ -14,10 +14,27 @@ using Noeud = TableTrieeNoyau::NoeudRNNoyau;
 
 // ---------------------------------------------------------------- nœuds
 
+// Rien ici ne descend par récursion : un arbre lu peut avoir la profondeur de son nombre de
+// nœuds. Les nœuds à détruire forment une pile chaînée par leur mot parent, qui ne sert
+// plus : ni allocation ni exception dans un destructeur.
 Noeud::~NoeudRNNoyau()
 {
-    delete _gauche;
-    delete _droite;
+    Noeud* pile = nullptr;
+    auto const empile = [&pile](Noeud* noeud) noexcept {
+        if (noeud != nullptr) {
+            noeud->_parentEtCouleur = reinterpret_cast<std::uintptr_t>(pile);
+            pile = noeud;
+        }
+    };
+    empile(std::exchange(_gauche, nullptr));
+    empile(std::exchange(_droite, nullptr));
+    while (pile != nullptr) {
+        Noeud* const noeud = pile;
+        pile = reinterpret_cast<Noeud*>(noeud->_parentEtCouleur);
+        empile(std::exchange(noeud->_gauche, nullptr));
+        empile(std::exchange(noeud->_droite, nullptr));
+        delete noeud; // sans enfants : son destructeur s'arrête là
+    }
 }
 
 Noeud* Noeud::GrandParent() noexcept
@@ -64,65 +81,156 @@ bool Noeud::EstEnfantDroite() const noexcept
 
 Noeud* Noeud::Clone(Noeud* parent) const
 {
-    std::unique_ptr<Noeud> copie(NouveauNoeud());
-    copie->_parentEtCouleur = _parentEtCouleur;
-    copie->MetsParent(parent);
-    copie->CopieContenu(*this);
-    // La copie possède déjà ses enfants clonés : une exception plus loin les libère.
-    if (_gauche != nullptr) {
-        copie->_gauche = _gauche->Clone(copie.get());
+    struct ACopier
+    {
+        Noeud const* source;
+        Noeud* parent;
+        Noeud** lien;
+    };
+    Noeud* racine = nullptr;
+    std::unique_ptr<Noeud> garde;
+    // Préordre, comme une copie récursive : un nœud, son sous-arbre gauche, puis le droit.
+    std::vector<ACopier> pile{{this, parent, &racine}};
+    while (!pile.empty()) {
+        auto const [source, parentCopie, lien] = pile.back();
+        pile.pop_back();
+        Noeud* const copie = source->NouveauNoeud();
+        copie->_gauche = nullptr;
+        copie->_droite = nullptr;
+        // Rattachée avant d'être remplie : une exception la libère avec le reste de la copie.
+        *lien = copie;
+        if (garde == nullptr) {
+            garde.reset(copie);
+        }
+        copie->_parentEtCouleur = source->_parentEtCouleur;
+        copie->MetsParent(parentCopie);
+        copie->CopieContenu(*source);
+        if (source->_droite != nullptr) {
+            pile.push_back({source->_droite, copie, &copie->_droite});
+        }
+        if (source->_gauche != nullptr) {
+            pile.push_back({source->_gauche, copie, &copie->_gauche});
+        }
     }
-    if (_droite != nullptr) {
-        copie->_droite = _droite->Clone(copie.get());
-    }
-    return copie.release();
+    return garde.release();
 }
 
-long Noeud::NbEnfants() const noexcept
+long Noeud::NbEnfants() const
 {
+    // Même somme que la descente récursive le long des fils droits : un sous-compte s'ajoute,
+    // plus un, à la somme de l'appelant, même quand il porte la marque -300. La pile garde
+    // les nœuds dont on explore le fils gauche.
+    std::vector<Noeud const*> reprises;
     long total = 0;
-    for (Noeud const* noeud = this; noeud != nullptr; noeud = noeud->_droite) {
+    Noeud const* noeud = this;
+    Noeud const* debut = this;
+    for (;;) {
         // Marque voulue : un arbre bouclé sur lui-même donne un compte visiblement faux
-        // plutôt qu'un parcours sans fin.
-        if (noeud->Parent() == noeud) {
-            return total - 300;
+        // plutôt qu'un parcours sans fin. Elle clôt la chaîne en cours.
+        bool const boucle = noeud != nullptr && noeud->Parent() == noeud;
+        if (noeud == nullptr || boucle) {
+            total -= boucle ? 300 : 0;
+            if (reprises.empty()) {
+                return total;
+            }
+            ++total;
+            noeud = reprises.back()->_droite;
+            reprises.pop_back();
+            debut = nullptr;
+            continue;
         }
-        if (noeud != this) {
+        if (noeud != debut) {
             ++total;
         }
         if (noeud->_gauche != nullptr) {
-            total += noeud->_gauche->NbEnfants() + 1;
+            reprises.push_back(noeud);
+            noeud = noeud->_gauche;
+            debut = noeud;
+        } else {
+            noeud = noeud->_droite;
         }
     }
-    return total;
 }
 
+namespace {
+
+// Un nœud en cours de validation : ses deux sous-arbres, vus l'un après l'autre. Un
+// sous-arbre absent ou en échec garde la hauteur 1, comme une feuille.
+struct NoeudAValider
+{
+    Noeud const* noeud;
+    int sousArbresVus = 0;
+    bool valide = true;
+    unsigned long hauteurs[2] = {1, 1};
+};
+
+bool EnfantsDuRougeNoirs(Noeud const* noeud)
+{
+    if (noeud->EstNoir() || (TableTrieeNoyau::NoeudRNEstNoir(noeud->Gauche()) &&
+                             TableTrieeNoyau::NoeudRNEstNoir(noeud->Droite()))) {
+        return true;
+    }
+    std::cerr << "Les enfants d'un noeud rouge (" << static_cast<void const*>(noeud)
+              << ") ne sont pas noirs" << '\n';
+    return false;
+}
+
+// Hauteur noire du nœud dont les deux sous-arbres sont vus, 0 s'il n'est pas valide.
+unsigned long HauteurNoire(NoeudAValider const& cadre)
+{
+    if (!cadre.valide) {
+        return 0;
+    }
+    if (cadre.hauteurs[0] != cadre.hauteurs[1]) {
+        // « est différents » : texte d'origine, gardé tel quel.
+        std::cerr << "Le nombre de noeuds noirs à gauche (" << cadre.hauteurs[0]
+                  << ") et à droite (" << cadre.hauteurs[1] << ") est différents ("
+                  << static_cast<void const*>(cadre.noeud) << ")" << '\n';
+        return 0;
+    }
+    return cadre.hauteurs[0] + (cadre.noeud->EstNoir() ? 1 : 0);
+}
+
+} // namespace
+
+// Les messages sortent dans l'ordre de la descente récursive : le rouge à l'entrée d'un
+// nœud, les hauteurs à sa sortie ; le sous-arbre droit est vu même si le gauche a échoué.
 bool Noeud::EstValide(unsigned long* hauteurNoire) const
 {
-    if (EstRouge() && !(TableTrieeNoyau::NoeudRNEstNoir(_gauche) &&
-                        TableTrieeNoyau::NoeudRNEstNoir(_droite))) {
-        std::cerr << "Les enfants d'un noeud rouge (" << static_cast<void const*>(this)
-                  << ") ne sont pas noirs" << '\n';
+    if (!EnfantsDuRougeNoirs(this)) {
         return false;
     }
-    unsigned long hauteurGauche = 1;
-    unsigned long hauteurDroite = 1;
-    bool const gaucheValide = _gauche == nullptr || _gauche->EstValide(&hauteurGauche);
-    bool const droiteValide = _droite == nullptr || _droite->EstValide(&hauteurDroite);
-    if (!gaucheValide || !droiteValide) {
-        return false;
+    std::vector<NoeudAValider> pile{{this}};
+    unsigned long hauteur = 0;
+    while (!pile.empty()) {
+        NoeudAValider& cadre = pile.back();
+        if (cadre.sousArbresVus < 2) {
+            Noeud const* const enfant =
+                cadre.sousArbresVus++ == 0 ? cadre.noeud->_gauche : cadre.noeud->_droite;
+            if (enfant != nullptr) {
+                if (EnfantsDuRougeNoirs(enfant)) {
+                    pile.push_back({enfant});
+                } else {
+                    cadre.valide = false;
+                }
+            }
+            continue;
+        }
+        hauteur = HauteurNoire(cadre);
+        pile.pop_back();
+        if (!pile.empty()) {
+            NoeudAValider& appelant = pile.back();
+            if (hauteur == 0) {
+                appelant.valide = false;
+            } else {
+                appelant.hauteurs[appelant.sousArbresVus - 1] = hauteur;
+            }
+        }
     }
-    if (hauteurGauche != hauteurDroite) {
-        // « est différents » : texte d'origine, gardé tel quel.
-        std::cerr << "Le nombre de noeuds noirs à gauche (" << hauteurGauche << ") et à droite ("
-                  << hauteurDroite << ") est différents (" << static_cast<void const*>(this)
-                  << ")" << '\n';
-        return false;
+    if (hauteur != 0 && hauteurNoire != nullptr) {
+        *hauteurNoire = hauteur;
     }
-    if (hauteurNoire != nullptr) {
-        *hauteurNoire = hauteurGauche + (EstNoir() ? 1 : 0);
-    }
-    return true;
+    return hauteur != 0;
 }
 
 // ---------------------------------------------------------------- itérateur
@@ -203,7 +311,7 @@ void TableTrieeNoyau::Vide() noexcept
     _nombre = 0;
 }
 
-long TableTrieeNoyau::NbEnfants() const noexcept
+long TableTrieeNoyau::NbEnfants() const
 {
     return _racine != nullptr ? _racine->NbEnfants() + 1 : 0;
 }
@@ -303,7 +411,10 @@ void TableTrieeNoyau::_TrouveEmplacementEtSupprime(ProxyClefNoyau const& clef, b
         retire->_droite = nullptr;
     }
     delete retire;
-    --_nombre;
+    // Un compte lu peut être faux : à 0, il y reste plutôt que de passer au maximum.
+    if (_nombre != 0) {
+        --_nombre;
+    }
 }
 
 void TableTrieeNoyau::_Remplace(Noeud* ancien, Noeud* nouveau) noexcept
@@ -356,6 +467,12 @@ void TableTrieeNoyau::Balance(Noeud* noeud) noexcept
         if (parent->EstNoir()) {
             return;
         }
+        Noeud* grandParent = parent->Parent();
+        if (grandParent == nullptr) {
+            // Racine rouge, possible dans un arbre lu : la noircir suffit.
+            parent->MetsEstNoir();
+            return;
+        }
         Noeud* const oncle = noeud->Oncle();
         if (NoeudRNEstRouge(oncle)) {
             parent->MetsEstNoir();
@@ -364,7 +481,6 @@ void TableTrieeNoyau::Balance(Noeud* noeud) noexcept
             noeud->MetsEstRouge();
             continue;
         }
-        Noeud* grandParent = noeud->GrandParent();
         if (noeud == parent->_droite && parent == grandParent->_gauche) {
             RotationGauche(parent);
             noeud = noeud->_gauche;
@@ -385,15 +501,29 @@ void TableTrieeNoyau::Balance(Noeud* noeud) noexcept
     }
 }
 
-// Le nœud traité porte un noir de trop ; son frère existe toujours dans un arbre valide.
+namespace {
+
+// Un frère absent, possible dans un arbre lu aux couleurs quelconques, compte comme un nœud
+// noir à enfants noirs : le cas 3 remonte, le cas 4 s'arrête, les cas 5 et 6 ne le voient
+// jamais.
+bool NoirANeveuxNoirs(Noeud const* frere) noexcept
+{
+    return frere == nullptr ||
+           (frere->EstNoir() && TableTrieeNoyau::NoeudRNEstNoir(frere->Gauche()) &&
+            TableTrieeNoyau::NoeudRNEstNoir(frere->Droite()));
+}
+
+} // namespace
+
+// Une boucle, pas une récursion : le noir de trop peut remonter toute la hauteur d'un arbre lu.
 void TableTrieeNoyau::SupprimeCas1(Noeud* noeud) noexcept
 {
-    if (noeud->Parent() != nullptr) {
-        SupprimeCas2(noeud);
+    while (noeud != nullptr && noeud->Parent() != nullptr) {
+        noeud = SupprimeCas2(noeud);
     }
 }
 
-void TableTrieeNoyau::SupprimeCas2(Noeud* noeud) noexcept
+Noeud* TableTrieeNoyau::SupprimeCas2(Noeud* noeud) noexcept
 {
     Noeud* const frere = noeud->Sibling();
     if (NoeudRNEstRouge(frere)) {
@@ -406,36 +536,37 @@ void TableTrieeNoyau::SupprimeCas2(Noeud* noeud) noexcept
             RotationDroite(parent);
         }
     }
-    SupprimeCas3(noeud);
+    return SupprimeCas3(noeud);
 }
 
-void TableTrieeNoyau::SupprimeCas3(Noeud* noeud) noexcept
+Noeud* TableTrieeNoyau::SupprimeCas3(Noeud* noeud) noexcept
 {
     Noeud* const frere = noeud->Sibling();
     Noeud* const parent = noeud->Parent();
-    if (parent->EstNoir() && NoeudRNEstNoir(frere) && NoeudRNEstNoir(frere->_gauche) &&
-        NoeudRNEstNoir(frere->_droite)) {
-        frere->MetsEstRouge();
-        SupprimeCas1(parent);
-    } else {
-        SupprimeCas4(noeud);
+    if (parent->EstNoir() && NoirANeveuxNoirs(frere)) {
+        if (frere != nullptr) {
+            frere->MetsEstRouge();
+        }
+        return parent;
     }
+    return SupprimeCas4(noeud);
 }
 
-void TableTrieeNoyau::SupprimeCas4(Noeud* noeud) noexcept
+Noeud* TableTrieeNoyau::SupprimeCas4(Noeud* noeud) noexcept
 {
     Noeud* const frere = noeud->Sibling();
     Noeud* const parent = noeud->Parent();
-    if (parent->EstRouge() && NoeudRNEstNoir(frere) && NoeudRNEstNoir(frere->_gauche) &&
-        NoeudRNEstNoir(frere->_droite)) {
-        frere->MetsEstRouge();
+    if (parent->EstRouge() && NoirANeveuxNoirs(frere)) {
+        if (frere != nullptr) {
+            frere->MetsEstRouge();
+        }
         parent->MetsEstNoir();
-    } else {
-        SupprimeCas5(noeud);
+        return nullptr;
     }
+    return SupprimeCas5(noeud);
 }
 
-void TableTrieeNoyau::SupprimeCas5(Noeud* noeud) noexcept
+Noeud* TableTrieeNoyau::SupprimeCas5(Noeud* noeud) noexcept
 {
     Noeud* const frere = noeud->Sibling();
     if (frere->EstNoir()) {
@@ -444,17 +575,16 @@ void TableTrieeNoyau::SupprimeCas5(Noeud* noeud) noexcept
             frere->MetsEstRouge();
             frere->_gauche->MetsEstNoir();
             RotationDroite(frere);
-        } else if (!aGauche && NoeudRNEstNoir(frere->_gauche) &&
-                   NoeudRNEstRouge(frere->_droite)) {
+        } else if (!aGauche && NoeudRNEstNoir(frere->_gauche) && NoeudRNEstRouge(frere->_droite)) {
             frere->MetsEstRouge();
             frere->_droite->MetsEstNoir();
             RotationGauche(frere);
         }
     }
-    SupprimeCas6(noeud);
+    return SupprimeCas6(noeud);
 }
 
-void TableTrieeNoyau::SupprimeCas6(Noeud* noeud) noexcept
+Noeud* TableTrieeNoyau::SupprimeCas6(Noeud* noeud) noexcept
 {
     Noeud* const frere = noeud->Sibling();
     Noeud* const parent = noeud->Parent();
@@ -475,6 +605,7 @@ void TableTrieeNoyau::SupprimeCas6(Noeud* noeud) noexcept
         }
         RotationDroite(parent);
     }
+    return nullptr;
 }
 
 // ---------------------------------------------------------------- diagnostics
@@ -490,47 +621,84 @@ bool TableTrieeNoyau::EstArbreValide() const
 
 namespace {
 
-using Chemin = ListeT<Noeud const*, 16, 0>;
-
-void ImprimeNoeud(Noeud const* noeud, unsigned int retrait, Chemin& chemin)
+// Les vidages d'un arbre entier passent par ce tampon : la sortie d'erreur n'en a pas, et
+// un million de nœuds y feraient des millions d'écritures.
+class Vidage
 {
-    std::string const marge(retrait, ' ');
-    if (noeud == nullptr) {
-        std::cerr << marge << "---" << '\n';
-        return;
+public:
+    std::ostream& Texte()
+    {
+        if (_texte.tellp() > 65536) {
+            Vide();
+        }
+        return _texte;
     }
-    // Un nœud déjà sur le chemin : l'arbre boucle, on ne redescend pas.
-    bool const boucle = std::find(chemin.begin(), chemin.end(), noeud) != chemin.end();
-    std::cerr << marge << (boucle ? "==BOUCLE==" : "") << (noeud->EstRouge() ? "R" : "N") << "("
-              << noeud->ChaineClef() << " => " << noeud->ChaineValeur() << ")["
-              << static_cast<void const*>(noeud) << ","
-              << static_cast<void const*>(noeud->Parent()) << "]" << '\n';
-    if (boucle) {
-        return;
+    void Vide()
+    {
+        std::cerr << _texte.str();
+        _texte.str({});
     }
-    chemin.Ajoute(noeud);
-    ImprimeNoeud(noeud->Gauche(), retrait + 2, chemin);
-    ImprimeNoeud(noeud->Droite(), retrait + 2, chemin);
-    chemin.Enleve(chemin.Taille() - 1);
+
+private:
+    std::ostringstream _texte;
+};
+
+// Une étape de l'impression : imprimer un nœud (peut-être absent) à son retrait, ou le
+// retirer du chemin une fois ses deux sous-arbres imprimés.
+struct EtapeImpression
+{
+    Noeud const* noeud;
+    unsigned int retrait;
+    bool quitte;
+};
+
+void ImprimeLigne(std::ostream& sortie, Noeud const* noeud, std::string const& marge, bool boucle)
+{
+    sortie << marge << (boucle ? "==BOUCLE==" : "") << (noeud->EstRouge() ? "R" : "N") << "("
+           << noeud->ChaineClef() << " => " << noeud->ChaineValeur() << ")["
+           << static_cast<void const*>(noeud) << "," << static_cast<void const*>(noeud->Parent())
+           << "]" << '\n';
 }
 
-void ImprimeNoeudDot(Noeud const* noeud)
+void ImprimeArbre(Noeud const* racine, Vidage& vidage)
+{
+    // Le chemin depuis la racine, en ensemble : un arbre lu peut être une chaîne très longue.
+    std::unordered_set<Noeud const*> chemin;
+    std::vector<EtapeImpression> pile{{racine, 0, false}};
+    while (!pile.empty()) {
+        EtapeImpression const etape = pile.back();
+        pile.pop_back();
+        if (etape.quitte) {
+            chemin.erase(etape.noeud);
+            continue;
+        }
+        std::string const marge(etape.retrait, ' ');
+        if (etape.noeud == nullptr) {
+            vidage.Texte() << marge << "---" << '\n';
+            continue;
+        }
+        // Un nœud déjà sur le chemin : l'arbre boucle, on ne redescend pas.
+        bool const boucle = !chemin.insert(etape.noeud).second;
+        ImprimeLigne(vidage.Texte(), etape.noeud, marge, boucle);
+        if (!boucle) {
+            pile.push_back({etape.noeud, 0, true});
+            pile.push_back({etape.noeud->Droite(), etape.retrait + 2, false});
+            pile.push_back({etape.noeud->Gauche(), etape.retrait + 2, false});
+        }
+    }
+}
+
+void ImprimeNoeudDot(std::ostream& sortie, Noeud const* noeud)
 {
     void const* const adresse = noeud;
     // Les nœuds noirs sont dessinés en bleu, volontairement.
-    std::cerr << adresse << (noeud->EstRouge() ? "[color=red,label=" : "[color=blue,label=")
-              << '"' << noeud->ChaineClef() << '"' << "]" << '\n';
+    sortie << adresse << (noeud->EstRouge() ? "[color=red,label=" : "[color=blue,label=") << '"'
+           << noeud->ChaineClef() << '"' << "]" << '\n';
     if (noeud->Gauche() != nullptr) {
-        std::cerr << adresse << " -> " << static_cast<void const*>(noeud->Gauche()) << '\n';
+        sortie << adresse << " -> " << static_cast<void const*>(noeud->Gauche()) << '\n';
     }
     if (noeud->Droite() != nullptr) {
-        std::cerr << adresse << " -> " << static_cast<void const*>(noeud->Droite()) << '\n';
-    }
-    if (noeud->Gauche() != nullptr) {
-        ImprimeNoeudDot(noeud->Gauche());
-    }
-    if (noeud->Droite() != nullptr) {
-        ImprimeNoeudDot(noeud->Droite());
+        sortie << adresse << " -> " << static_cast<void const*>(noeud->Droite()) << '\n';
     }
 }
 
@@ -538,22 +706,37 @@ void ImprimeNoeudDot(Noeud const* noeud)
 
 void TableTrieeNoyau::Imprime() const
 {
-    std::cerr << "T:" << static_cast<void const*>(this) << " N:" << _nombre << '\n';
+    Vidage vidage;
+    vidage.Texte() << "T:" << static_cast<void const*>(this) << " N:" << _nombre << '\n';
     if (_racine == nullptr) {
-        std::cerr << "RACINE-NULLE" << '\n';
-        return;
+        vidage.Texte() << "RACINE-NULLE" << '\n';
+    } else {
+        ImprimeArbre(_racine, vidage);
     }
-    Chemin chemin;
-    ImprimeNoeud(_racine, 0, chemin);
+    vidage.Vide();
 }
 
 void TableTrieeNoyau::ImprimeDot() const
 {
-    std::cerr << "digraph arbrerougenoir {" << '\n';
+    Vidage vidage;
+    vidage.Texte() << "digraph arbrerougenoir {" << '\n';
+    // Préordre : le nœud, son sous-arbre gauche, puis le droit.
+    std::vector<Noeud const*> pile;
     if (_racine != nullptr) {
-        ImprimeNoeudDot(_racine);
+        pile.push_back(_racine);
     }
-    std::cerr << "}" << '\n';
+    while (!pile.empty()) {
+        Noeud const* const noeud = pile.back();
+        pile.pop_back();
+        ImprimeNoeudDot(vidage.Texte(), noeud);
+        for (Noeud const* enfant : {noeud->Droite(), noeud->Gauche()}) {
+            if (enfant != nullptr) {
+                pile.push_back(enfant);
+            }
+        }
+    }
+    vidage.Texte() << "}" << '\n';
+    vidage.Vide();
 }
 
 } // namespace sdd

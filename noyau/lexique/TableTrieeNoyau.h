@@ -27,7 +27,8 @@ public:
         virtual ChaineN ChaineValeur() const = 0;
         // Nœud vide du même type : rouge, sans liens.
         virtual NoeudRNNoyau* NouveauNoeud() const = 0;
-        // Détruit le fils gauche puis le fils droit.
+        // Détruit tout le sous-arbre, sans récursion : un arbre lu peut être une chaîne d'un
+        // million de niveaux.
         virtual ~NoeudRNNoyau();
 
         bool EstRouge() const noexcept { return (_parentEtCouleur & kNoir) == 0; }
@@ -39,7 +40,8 @@ public:
         // La couleur est gardée.
         void MetsParent(NoeudRNNoyau* parent) noexcept
         {
-            _parentEtCouleur = reinterpret_cast<std::uintptr_t>(parent) | (_parentEtCouleur & kNoir);
+            _parentEtCouleur =
+                reinterpret_cast<std::uintptr_t>(parent) | (_parentEtCouleur & kNoir);
         }
         NoeudRNNoyau* Gauche() const noexcept { return _gauche; }
         NoeudRNNoyau* Droite() const noexcept { return _droite; }
@@ -54,8 +56,9 @@ public:
 
         // Copie profonde du sous-arbre, mêmes forme et couleurs, rattachée à parent.
         NoeudRNNoyau* Clone(NoeudRNNoyau* parent) const;
-        // Nombre de nœuds sous celui-ci ; voir la marque -300 dans le source.
-        long NbEnfants() const noexcept;
+        // Nombre de nœuds sous celui-ci ; voir la marque -300 dans le source. Le parcours
+        // garde sa pile sur le tas : seul un manque de mémoire le fait échouer.
+        long NbEnfants() const;
         // Invariants rouge-noir du sous-arbre, fautes écrites sur la sortie d'erreur.
         bool EstValide(unsigned long* hauteurNoire = nullptr) const;
 
@@ -102,12 +105,11 @@ public:
     // La table ne doit pas être affectée à elle-même.
     TableTrieeNoyau& operator=(TableTrieeNoyau const& autre);
     TableTrieeNoyau& operator=(TableTrieeNoyau&& autre) noexcept;
-    virtual ~TableTrieeNoyau();
 
     void Vide() noexcept;
     unsigned int Taille() const noexcept { return _nombre; }
     // Compte en parcourant l'arbre : à comparer avec Taille().
-    long NbEnfants() const noexcept;
+    long NbEnfants() const;
 
     static bool NoeudRNEstRouge(NoeudRNNoyau const* noeud) noexcept
     {
@@ -129,6 +131,11 @@ protected:
     // Nœud rouge avec une copie de la clé et une valeur par défaut.
     virtual NoeudRNNoyau* CreeNoeud(ProxyClefNoyau const& clef) = 0;
 
+public:
+    // Après les crochets : l'ordre des entrées de la table virtuelle est fixé.
+    virtual ~TableTrieeNoyau();
+
+protected:
     NoeudRNNoyau* _Possede(ProxyClefNoyau const& clef) const;
     NoeudRNNoyau* _Insere(ProxyClefNoyau const& clef, bool* existait = nullptr);
     void _Supprime(ProxyClefNoyau const& clef);
@@ -141,12 +148,14 @@ protected:
     void RotationGauche(NoeudRNNoyau* noeud) noexcept;
     void RotationDroite(NoeudRNNoyau* noeud) noexcept;
     void Balance(NoeudRNNoyau* noeud) noexcept;
+    // Le nœud porte un noir de trop. SupprimeCas1 fait tourner les cas ; chacun des suivants
+    // renvoie le nœud qui porte encore ce noir, ou nul quand c'est fini.
     void SupprimeCas1(NoeudRNNoyau* noeud) noexcept;
-    void SupprimeCas2(NoeudRNNoyau* noeud) noexcept;
-    void SupprimeCas3(NoeudRNNoyau* noeud) noexcept;
-    void SupprimeCas4(NoeudRNNoyau* noeud) noexcept;
-    void SupprimeCas5(NoeudRNNoyau* noeud) noexcept;
-    void SupprimeCas6(NoeudRNNoyau* noeud) noexcept;
+    NoeudRNNoyau* SupprimeCas2(NoeudRNNoyau* noeud) noexcept;
+    NoeudRNNoyau* SupprimeCas3(NoeudRNNoyau* noeud) noexcept;
+    NoeudRNNoyau* SupprimeCas4(NoeudRNNoyau* noeud) noexcept;
+    NoeudRNNoyau* SupprimeCas5(NoeudRNNoyau* noeud) noexcept;
+    NoeudRNNoyau* SupprimeCas6(NoeudRNNoyau* noeud) noexcept;
 
 private:
     friend class Serialiseur<TableTrieeNoyau>;
