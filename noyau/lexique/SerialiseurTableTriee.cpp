@@ -1,5 +1,6 @@
 #include "noyau/lexique/SerialiseurTableTriee.h"
 
+#include "noyau/erreurs/Exceptions.h"
 #include "noyau/flux/VarElias.h"
 #include "noyau/lexique/detail/LanceTableNonValide.h"
 
@@ -36,11 +37,14 @@ DeserialiseurNoeudRNNoyau::~DeserialiseurNoeudRNNoyau() = default;
 unsigned int Serialiseur<TableTrieeNoyau>::Ecris(FluxSortie& flux, TableTrieeNoyau const& table,
                                                  SerialiseurNoeudRNNoyau* ecrivain)
 {
-    unsigned int const debut = flux.DonnePosition();
-    Serialiseur<std::uint16_t>::Ecris(flux, kVersion);
     // Sans racine, pas d'arbre à écrire : un compte lu trop grand, resté après la suppression
     // du dernier nœud, s'écrit 0 pour que la forme reste lisible.
     std::uint32_t const nombre = table._racine != nullptr ? table._nombre : 0;
+    if (nombre > VarElias::kValeurMax) { // avant d'écrire quoi que ce soit
+        exceptions::LanceIndexHorsBorne(nombre, 0, VarElias::kValeurMax);
+    }
+    unsigned int const debut = flux.DonnePosition();
+    Serialiseur<std::uint16_t>::Ecris(flux, kVersion);
     VarElias::Ecris(flux, nombre);
     if (nombre != 0) {
         SerialiseDansTampon(table._racine, flux, ecrivain);

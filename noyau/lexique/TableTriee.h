@@ -7,6 +7,7 @@
 #include "noyau/lexique/TableTrieeNoyau.h"
 
 #include <type_traits>
+#include <utility>
 
 namespace sdd {
 
@@ -48,9 +49,12 @@ class TableTriee : public TableTrieeNoyau
 
         void CopieContenu(NoeudRNNoyau const& autre) override
         {
+            // Copies d'abord : si l'une échoue, le nœud garde sa clé et sa valeur.
             auto const& source = static_cast<Noeud const&>(autre);
-            clef = source.clef;
-            valeur = source.valeur;
+            TypeClef copieClef(source.clef);
+            TypeValeur copieValeur(source.valeur);
+            clef = std::move(copieClef);
+            valeur = std::move(copieValeur);
         }
         ChaineN ChaineClef() const override { return detail::TexteDiagnostic(clef); }
         ChaineN ChaineValeur() const override { return detail::TexteDiagnostic(valeur); }
@@ -99,7 +103,12 @@ public:
         bool trouve = false;
         auto* const noeud = static_cast<Noeud*>(_Insere(ProxyClefNoyau{&clef}, &trouve));
         if (!trouve) {
-            noeud->valeur = valeur;
+            try {
+                noeud->valeur = valeur;
+            } catch (...) { // la clé nouvelle repart : la table garde son contenu
+                _Supprime(ProxyClefNoyau{&clef});
+                throw;
+            }
         }
         if (existait != nullptr) {
             *existait = trouve;

@@ -175,17 +175,18 @@ bool EnfantsDuRougeNoirs(Noeud const* noeud)
     return false;
 }
 
-// Hauteur noire du nœud dont les deux sous-arbres sont vus, 0 s'il n'est pas valide.
+// Hauteur noire du nœud dont les deux sous-arbres sont vus, 0 s'il n'est pas valide. Des
+// hauteurs inégales sont signalées même sous un sous-arbre en échec, qui compte alors 1.
 unsigned long HauteurNoire(NoeudAValider const& cadre)
 {
-    if (!cadre.valide) {
-        return 0;
-    }
     if (cadre.hauteurs[0] != cadre.hauteurs[1]) {
         // « est différents » : texte d'origine, gardé tel quel.
         std::cerr << "Le nombre de noeuds noirs à gauche (" << cadre.hauteurs[0]
                   << ") et à droite (" << cadre.hauteurs[1] << ") est différents ("
                   << static_cast<void const*>(cadre.noeud) << ")" << '\n';
+        return 0;
+    }
+    if (!cadre.valide) {
         return 0;
     }
     return cadre.hauteurs[0] + (cadre.noeud->EstNoir() ? 1 : 0);
@@ -236,7 +237,7 @@ bool Noeud::EstValide(unsigned long* hauteurNoire) const
 // ---------------------------------------------------------------- itérateur
 
 TableTrieeNoyau::__Iterateur::__Iterateur(TableTrieeNoyau const& table) noexcept
-    : _courant(table._racine)
+    : _courant(table._racine), _table(&table)
 {
 }
 
@@ -293,6 +294,9 @@ TableTrieeNoyau& TableTrieeNoyau::operator=(TableTrieeNoyau const& autre)
 
 TableTrieeNoyau& TableTrieeNoyau::operator=(TableTrieeNoyau&& autre) noexcept
 {
+    if (this == &autre) {
+        return *this;
+    }
     delete _racine;
     _racine = std::exchange(autre._racine, nullptr);
     _nombre = std::exchange(autre._nombre, 0);
@@ -411,10 +415,9 @@ void TableTrieeNoyau::_TrouveEmplacementEtSupprime(ProxyClefNoyau const& clef, b
         retire->_droite = nullptr;
     }
     delete retire;
-    // Un compte lu peut être faux : à 0, il y reste plutôt que de passer au maximum.
-    if (_nombre != 0) {
-        --_nombre;
-    }
+    // Un compte lu trop petit passe sous 0 et revient au maximum : Ecris le refusera plutôt
+    // que de perdre en silence les entrées qui restent.
+    --_nombre;
 }
 
 void TableTrieeNoyau::_Remplace(Noeud* ancien, Noeud* nouveau) noexcept

@@ -92,11 +92,14 @@ public:
     public:
         explicit __Iterateur(TableTrieeNoyau const& table) noexcept;
         bool Prochain() noexcept;
-        NoeudRNNoyau* DonneNoeud() const noexcept { return _courant; }
+        // Le nœud courant ; nul avant le premier Prochain et après le dernier.
+        NoeudRNNoyau* DonneNoeud() const noexcept { return _commence ? _courant : nullptr; }
+        TableTrieeNoyau const& DonneTable() const noexcept { return *_table; }
 
     private:
-        NoeudRNNoyau* _courant;
+        NoeudRNNoyau* _courant; // la racine, avant le premier Prochain
         bool _commence = false;
+        TableTrieeNoyau const* _table;
     };
 
     TableTrieeNoyau() = default;

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <fstream>
 #include <map>
+#include <new>
 #include <random>
 #include <regex>
 #include <string>
@@ -361,14 +362,25 @@ TEST(TableTriee, FormesLuesTellesQuelles)
     EXPECT_EQ(SansAdresses(testing::internal::GetCapturedStderr()),
               "Le nombre de noeuds noirs à gauche (1) et à droite (2) est différents (@)\n");
 
-    // Le compte lu gouverne l'écriture : trop petit, il ne passe pas sous zéro et les nœuds
-    // restants ne sont pas écrits ; trop grand, il ne s'écrit pas sans arbre.
+    // Un sous-arbre en échec compte 1 : des hauteurs inégales au-dessus sont signalées aussi.
+    Relis(Forme(4, n(0x07, 2, n(0x02, 1, n(0x00, 0)), n(0x01, 3))), &table);
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(table.EstArbreValide());
+    EXPECT_EQ(SansAdresses(testing::internal::GetCapturedStderr()),
+              "Les enfants d'un noeud rouge (@) ne sont pas noirs\n"
+              "Le nombre de noeuds noirs à gauche (1) et à droite (2) est différents (@)\n");
+
+    // Le compte lu gouverne l'écriture : trop petit, il passe sous zéro et l'écriture est
+    // refusée, le flux intact, plutôt que de perdre les nœuds restants ; trop grand, il ne
+    // s'écrit pas sans arbre.
     Relis(Forme(1, n(0x07, 2, n(0x00, 1), n(0x00, 3))), &table);
     EXPECT_TRUE(table.Supprime(2));
     EXPECT_TRUE(table.Supprime(1));
-    EXPECT_EQ(table.Taille(), 0u);
+    EXPECT_EQ(table.Taille(), 0xFFFFFFFFu);
     EXPECT_EQ(table.NbEnfants(), 1);
-    EXPECT_EQ(Ecrit(table), (std::vector<unsigned char>{0x64, 0x00, 0x80}));
+    TamponMemoire refus(16);
+    EXPECT_THROW(table.Ecris(refus), sdd::exceptions::IndexHorsBorne);
+    EXPECT_EQ(refus.DonneTaille(), 0u);
     Relis(Forme(5, n(0x07, 2, n(0x00, 1), n(0x00, 3))), &table);
     for (int clef : {2, 1, 3}) {
         EXPECT_TRUE(table.Supprime(clef));
@@ -635,4 +647,68 @@ TEST(TableTriee, DiagnosticsDUnArbreLu)
     deux->MetsParent(six->Parent());
     six->MetsParent(six);
     EXPECT_EQ(table.NbEnfants(), 1 + (2 + 1) - 300);
+}
+
+// Valeur dont la copie échoue à la demande.
+struct Fragile
+{
+    static inline bool casse = false;
+    int v = 0;
+    Fragile() = default;
+    Fragile(int valeur) : v(valeur) {}
+    Fragile(Fragile const& autre) : v(autre.v)
+    {
+        if (casse) {
+            throw std::bad_alloc();
+        }
+    }
+    Fragile& operator=(Fragile const& autre)
+    {
+        if (casse) {
+            throw std::bad_alloc();
+        }
+        v = autre.v;
+        return *this;
+    }
+};
+
+// Un itérateur hors d'un élément, une valeur dont la copie échoue, un déplacement sur soi.
+TEST(TableTriee, ContratsDeLaCoucheTypee)
+{
+    Table table;
+    table.Insere(5, 50);
+    table.Insere(3, 30);
+    Table::Iterateur it(table);
+    EXPECT_THROW(it.Clef(), sdd::exceptions::ValeurIndefinieIterateur);
+    EXPECT_EQ(it.DonneNoeud(), nullptr);
+    ASSERT_TRUE(it.Prochain());
+    EXPECT_EQ(it.Clef(), 3);
+    ASSERT_TRUE(it.Prochain());
+    EXPECT_FALSE(it.Prochain());
+    EXPECT_THROW(it.Valeur(), sdd::exceptions::ValeurIndefinieIterateur);
+    EXPECT_EQ(&it.DonneTable(), &table);
+
+    Table& meme = table; // déplacée sur elle-même : rien ne change
+    table = std::move(meme);
+    EXPECT_EQ(Contenu(table), (std::vector<std::pair<int, int>>{{3, 30}, {5, 50}}));
+
+    sdd::TableTriee<int, Fragile> fragile;
+    for (int clef : {2, 1, 3}) {
+        fragile.Insere(clef, Fragile(10 * clef));
+    }
+    auto const contenu = [&fragile] {
+        std::vector<std::pair<int, int>> c;
+        sdd::TableTriee<int, Fragile>::Iterateur i(fragile);
+        while (i.Prochain()) {
+            c.emplace_back(i.Clef(), i.Valeur().v);
+        }
+        return c;
+    };
+    auto const avant = contenu();
+    Fragile::casse = true;
+    EXPECT_THROW(fragile.Supprime(2), std::bad_alloc); // le prédécesseur 1 ne se copie pas
+    EXPECT_THROW(fragile.Insere(4, Fragile()), std::bad_alloc);
+    Fragile::casse = false;
+    EXPECT_EQ(contenu(), avant);
+    EXPECT_EQ(fragile.Taille(), 3u);
 }
