@@ -70,7 +70,7 @@ extern "C" int LLVMFuzzerTestOneInput(unsigned char const* donnees, std::size_t 
             std::abort();
         }
     } catch (sdd::exceptions::Exception const&) {
-        // Un compte lu au maximum du code puis augmenté ne s'écrit plus : IndexHorsBorne.
+        // Un compte qui ne s'écrit pas (passé sous zéro, ou au-delà du code) : IndexHorsBorne.
     }
     return 0;
 }

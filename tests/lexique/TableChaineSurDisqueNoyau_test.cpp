@@ -206,30 +206,6 @@ TEST(TableChaineSurDisqueNoyau, FormesAcceptees)
     EXPECT_FALSE(disque.Possede(N(u"aab")));
 }
 
-// Octets abîmés au hasard : chaque question répond ou lève une exception de la bibliothèque.
-TEST(TableChaineSurDisqueNoyau, OctetsAbimes)
-{
-    TableChaine t;
-    for (auto const* s : {u"porte", u"portes", u"portée", u"pré", u"", u"zèbre"}) {
-        t.TrouveEmplacementEtInsere(N(s));
-    }
-    Octets const forme = aide::Ecris(t);
-    std::mt19937 hasard(13);
-    for (int i = 0; i < 5000; ++i) {
-        Octets abime = forme;
-        for (int j = 0; j <= i % 3; ++j) {
-            abime[hasard() % abime.size()] = static_cast<unsigned char>(hasard());
-        }
-        aide::Emprunt e(abime);
-        for (auto const* s : {u"porte", u"portée", u"p", u"zèbres", u""}) {
-            try {
-                TableChaineSurDisqueNoyau(&e.flux, 0).Possede(N(s));
-            } catch (sdd::exceptions::Exception const&) {
-            }
-        }
-    }
-}
-
 // Un chemin qui repasse par les mêmes enregistrements en raccourcissant la clef finirait, mais
 // après (longueur de la clef) × (taille de la forme) pas : il est arrêté après la taille de la
 // forme, sur les deux sortes de flux.

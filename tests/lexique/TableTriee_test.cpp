@@ -528,38 +528,6 @@ TEST(TableTriee, ChaineDUnMillionDeNiveaux)
     EXPECT_EQ(imprime.substr(imprime.size() - 14), "    ---\n  ---\n");
 }
 
-// Octets changés au hasard : lue ou refusée, la table reste sûre à parcourir, modifier et
-// réécrire.
-TEST(TableTriee, FormesAbimees)
-{
-    Table source;
-    for (int i = 0; i < 300; ++i) {
-        source.Insere(i * 7 % 300, i);
-    }
-    auto const octets = Ecrit(source);
-    std::mt19937 hasard(3);
-    for (int essai = 0; essai < 2000; ++essai) {
-        auto abime = octets;
-        abime[std::uniform_int_distribution<std::size_t>(0, abime.size() - 1)(hasard)] ^=
-            static_cast<unsigned char>(1u << (essai % 8));
-        Table lue;
-        try {
-            Relis(abime, &lue);
-        } catch (sdd::exceptions::Exception const&) {
-        }
-        ASSERT_EQ(long(Contenu(lue).size()), lue.NbEnfants());
-        for (int clef = 0; clef < 20; ++clef) {
-            lue.Insere(int(hasard() % 320), clef);
-            lue.Supprime(int(hasard() % 320));
-        }
-        ASSERT_EQ(long(Contenu(lue).size()), lue.NbEnfants());
-        auto const reecrite = Ecrit(lue);
-        Table relue;
-        Relis(reecrite, &relue);
-        ASSERT_EQ(Ecrit(relue), reecrite);
-    }
-}
-
 TEST(TableTriee, DiagnosticsSurLaSortieDErreur)
 {
     Table table;
