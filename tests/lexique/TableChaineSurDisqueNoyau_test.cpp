@@ -112,41 +112,6 @@ TEST(TableChaineSurDisqueNoyau, DifferentielMotsFrancais)
     }
 }
 
-// Hors des mots : U+FFFD, paires de demi-codets (parfois coupées entre deux nœuds), suites non
-// ASCII longues ; les deux lectures (sur disque et en mémoire après relecture) donnent la même
-// réponse.
-TEST(TableChaineSurDisqueNoyau, AccordAvecLaRelectureEnMemoire)
-{
-    std::mt19937 hasard(3);
-    std::vector<std::u16string> const lettres{u"a",          u"é",      u"\uFFFD", u"\U0001F600",
-                                              u"\U0001F601", u"\u00A0", u"z"};
-    auto const chaine = [&] {
-        std::u16string s;
-        for (int n = std::uniform_int_distribution<int>(0, 9)(hasard); n > 0; --n) {
-            s += lettres[hasard() % lettres.size()];
-        }
-        return s;
-    };
-    for (int tour = 0; tour < 10; ++tour) {
-        TableChaine t;
-        for (int i = 0; i < 300; ++i) {
-            t.TrouveEmplacementEtInsere(N(chaine()));
-        }
-        Octets forme = aide::Ecris(t);
-        aide::Emprunt e(forme);
-        TableChaineSurDisqueNoyau disque(&e.flux, 0);
-        TableChaine relue;
-        sdd::TamponMemoire copie(16);
-        copie.Mets(forme.data(), static_cast<unsigned int>(forme.size()));
-        copie.PositionneAuDebut();
-        sdd::Serialiseur<sdd::TableChaineNoyau>::Lis(copie, &relue);
-        for (int i = 0; i < 1000; ++i) {
-            std::u16string const s = chaine();
-            ASSERT_EQ(disque.Possede(N(s)), relue.Possede(N(s)));
-        }
-    }
-}
-
 TEST(TableChaineSurDisqueNoyau, FormesRefusees)
 {
     TableChaine t;
