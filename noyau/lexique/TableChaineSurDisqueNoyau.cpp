@@ -21,20 +21,20 @@ namespace {
 //   état qui revient, et il ne finirait pas. Détection de Brent : l'état est comparé à un
 //   repère déplacé à chaque puissance de deux pas ; une boucle est vue peu après qu'on y est
 //   entré, sans fausse alerte.
-// - Longueur : dans un arbre écrit, un chemin passe une fois au plus par chaque enregistrement,
-//   soit moins de pas que d'octets lus. Un chemin qui repasse par les mêmes enregistrements en
-//   raccourcissant la clef finit, mais peut coûter la taille de la forme par unité de la clef :
-//   au-delà de l'étendue lue plus la longueur de la clef, il est refusé.
-// Chaque garde coûte une comparaison par enregistrement.
+// - Longueur : dans un arbre écrit, un chemin lit chaque enregistrement une fois au plus, soit
+//   moins d'octets que l'étendue lue. Un chemin qui repasse par les mêmes enregistrements en
+//   raccourcissant la clef finit, mais peut relire la forme entière par unité de la clef : il
+//   est refusé dès qu'il a lu plus que l'étendue plus kOctetsParUnite par unité de la clef
+//   (ce qu'un enregistrement enfant de lui-même lit pour chaque unité qu'il consomme).
 class GardeChemin
 {
 public:
     GardeChemin(std::uint64_t position, std::size_t reste)
-        : _repere(position), _reste(reste), _pasPermis(reste + 1)
+        : _repere(position), _reste(reste), _permis(kOctetsParUnite * (std::uint64_t(reste) + 1))
     {
     }
 
-    void Pas(std::uint64_t position, std::size_t reste, std::uint64_t finLue)
+    void Pas(std::uint64_t position, std::size_t reste)
     {
         if (position == _repere && reste == _reste) {
             detail::LanceTableNonValide(detail::kBoucle);
@@ -45,20 +45,28 @@ public:
             _palier *= 2;
             _pas = 0;
         }
-        _etendue = std::max(_etendue, finLue);
-        if (++_total > _etendue + _pasPermis) {
+    }
+
+    void Lu(std::uint64_t position, std::size_t taille)
+    {
+        _etendue = std::max(_etendue, position + taille);
+        _lus += taille;
+        if (_lus > _etendue + _permis) {
             detail::LanceTableNonValide(detail::kCheminTropLong);
         }
     }
 
 private:
+    // Suite d'une unité (trois octets au plus), zéro, drapeaux et deux liens.
+    static constexpr std::uint64_t kOctetsParUnite = 13;
+
     std::uint64_t _repere;
     std::size_t _reste;
     std::uint64_t _pas = 0;
     std::uint64_t _palier = 1;
-    std::uint64_t const _pasPermis;
+    std::uint64_t const _permis;
     std::uint64_t _etendue = 0;
-    std::uint64_t _total = 0;
+    std::uint64_t _lus = 0;
 };
 
 } // namespace
@@ -95,7 +103,7 @@ bool TableChaineSurDisqueNoyau::PlacePourChaine(ChaineN const& chaine, unsigned 
     GardeChemin garde(position, clef.size());
     for (;;) {
         auto const e = lecteur.Lis(position);
-        std::uint64_t const finLue = std::uint64_t(position) + e.taille;
+        garde.Lu(position, e.taille);
         std::ptrdiff_t const unites = detail::UnitesSiPrefixe(e.cars, e.nbOctets, clef);
         if (unites >= 0 && std::size_t(unites) == clef.size()) {
             return (e.drapeaux & Noeud::kTerminal) != 0;
@@ -109,7 +117,7 @@ bool TableChaineSurDisqueNoyau::PlacePourChaine(ChaineN const& chaine, unsigned 
         } else {
             return false;
         }
-        garde.Pas(position, clef.size(), finLue);
+        garde.Pas(position, clef.size());
     }
 }
 

@@ -100,12 +100,15 @@ public:
     TypeValeur& Insere(TypeClef const& clef, TypeValeur const& valeur = TypeValeur(),
                        bool* existait = nullptr)
     {
+        // La valeur est copiée avant que la table ne change : une copie qui échoue la laisse
+        // telle quelle. Le nœud nouveau la prend ensuite par déplacement.
+        TypeValeur copie(valeur);
         bool trouve = false;
         auto* const noeud = static_cast<Noeud*>(_Insere(ProxyClefNoyau{&clef}, &trouve));
         if (!trouve) {
             try {
-                noeud->valeur = valeur;
-            } catch (...) { // la clé nouvelle repart : la table garde son contenu
+                noeud->valeur = std::move(copie);
+            } catch (...) { // déplacement qui échoue : la clé nouvelle repart
                 _Supprime(ProxyClefNoyau{&clef});
                 throw;
             }

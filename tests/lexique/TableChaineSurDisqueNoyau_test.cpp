@@ -5,6 +5,7 @@
 #include "noyau/lexique/TableChaineT.h"
 
 #include <random>
+#include <tuple>
 
 using aide::N;
 using aide::Octets;
@@ -172,58 +173,68 @@ TEST(TableChaineSurDisqueNoyau, FormesAcceptees)
 }
 
 // Un chemin qui repasse par les mêmes enregistrements en raccourcissant la clef finirait, mais
-// après (longueur de la clef) × (taille de la forme) pas : il est arrêté après la taille de la
-// forme, sur les deux sortes de flux.
+// en relisant la forme pour chaque unité de la clef : il est arrêté après l'avoir lue à peu
+// près une fois, sur les deux sortes de flux.
 TEST(TableChaineSurDisqueNoyau, CheminTropLong)
 {
-    // Version 100 : 1 000 « b » chaînés par leurs frères, puis « a » terminal dont l'enfant est
-    // le premier « b » ; la racine désigne « a ».
-    constexpr std::uint32_t kB = 1000;
-    Octets forme{0x64, 0, 1, 0, 0, 0};
-    Octets zone;
-    auto const lien = [&zone](std::uint32_t v) {
-        for (int i = 0; i < 4; ++i) {
-            zone.push_back(static_cast<unsigned char>(v >> (8 * i)));
+    // Forme version 100 : zone, racine à la position donnée.
+    auto const forme = [](Octets const& zone, std::uint32_t racine) {
+        sdd::TamponMemoire t(16);
+        t.Mets(Octets{0x64, 0, 1, 0, 0, 0}.data(), 6);
+        sdd::VarElias::Ecris(t, racine);
+        sdd::VarElias::Ecris(t, static_cast<std::uint32_t>(zone.size()));
+        t.Mets(zone.data(), static_cast<unsigned int>(zone.size()));
+        return Octets(t.DonneDonnees(), t.DonneDonnees() + t.DonneTaille());
+    };
+    auto const enregistrement = [](Octets& zone, Octets const& suite, unsigned char drapeaux,
+                                   std::initializer_list<std::uint32_t> liens) {
+        zone.insert(zone.end(), suite.begin(), suite.end());
+        zone.insert(zone.end(), {0, drapeaux});
+        for (std::uint32_t v : liens) {
+            for (int i = 0; i < 4; ++i) {
+                zone.push_back(static_cast<unsigned char>(v >> (8 * i)));
+            }
         }
     };
-    for (std::uint32_t i = 0; i < kB; ++i) {
-        zone.insert(zone.end(), {'b', 0, 0x08});
-        lien(7 * (i + 1));
+    // 1 000 « b » chaînés par leurs frères, puis « a » terminal dont l'enfant est le premier
+    // « b » ; la racine désigne « a ».
+    Octets chaine;
+    for (std::uint32_t i = 0; i < 1000; ++i) {
+        enregistrement(chaine, {'b'}, 0x08, {7 * (i + 1)});
     }
-    zone.insert(zone.end(), {'a', 0, 0x06});
-    lien(0);
-    zone.insert(zone.end(), {0, 0x04});
-    lien(7 * kB);
-    sdd::TamponMemoire entete(8);
-    entete.Mets(forme.data(), 6);
-    sdd::VarElias::Ecris(entete, 7 * kB + 7);
-    sdd::VarElias::Ecris(entete, static_cast<std::uint32_t>(zone.size()));
-    forme.assign(entete.DonneDonnees(), entete.DonneDonnees() + entete.DonneTaille());
-    forme.insert(forme.end(), zone.begin(), zone.end());
-
+    enregistrement(chaine, {'a'}, 0x06, {0});
+    enregistrement(chaine, {}, 0x04, {7000});
+    // Une longue suite de « b » dont le frère est « a », terminal, enfant de la longue suite.
+    Octets longue;
+    enregistrement(longue, Octets(2000, 'b'), 0x08, {2006});
+    enregistrement(longue, {'a'}, 0x06, {0});
     struct Compteur : aide::FluxSequentiel
     {
         using FluxSequentiel::FluxSequentiel;
-        void Positionne(unsigned int position) override
+        unsigned char Donne() override
         {
-            ++pas;
-            FluxSequentiel::Positionne(position);
+            ++lus;
+            return FluxSequentiel::Donne();
         }
-        std::size_t pas = 0;
-    } compteur(forme.data(), forme.size());
-    aide::Emprunt e(forme);
-    std::u16string const longue = std::u16string(200, u'a') + u"z";
-    for (sdd::FluxEntree* flux :
-         {static_cast<sdd::FluxEntree*>(&e.flux), static_cast<sdd::FluxEntree*>(&compteur)}) {
-        TableChaineSurDisqueNoyau disque(flux, 0);
-        EXPECT_TRUE(disque.Possede(N(u"aaa")));
-        try {
-            disque.Possede(N(longue));
-            ADD_FAILURE() << "aucun refus";
-        } catch (TableNonValide const& ex) {
-            EXPECT_EQ(aide::Refus(ex),
-                      "Table non valide : Chemin trop long dans la structure de chaines");
+        using FluxSequentiel::Donne;
+        std::size_t lus = 0;
+    };
+    for (auto const& [f, oui, trop] :
+         {std::tuple(forme(chaine, 7000), u"aa", std::u16string(200, u'a') + u"z"),
+          std::tuple(forme(longue, 2006), u"a", std::u16string(2000, u'a'))}) {
+        Octets octets = f;
+        EXPECT_EQ(RefusDePossede(octets, trop),
+                  "Table non valide : Chemin trop long dans la structure de chaines");
+        Compteur compteur(octets.data(), octets.size());
+        aide::Emprunt e(octets);
+        for (sdd::FluxEntree* flux :
+             {static_cast<sdd::FluxEntree*>(&e.flux), static_cast<sdd::FluxEntree*>(&compteur)}) {
+            TableChaineSurDisqueNoyau disque(flux, 0);
+            EXPECT_TRUE(disque.Possede(N(oui)));
+            EXPECT_THROW(disque.Possede(N(trop)), TableNonValide);
         }
+        // Sans la borne, la forme entière serait relue pour chaque unité de la clef (la copie
+        // d'un enregistrement lit quelques octets de plus que lui).
+        EXPECT_LT(compteur.lus, 3 * (octets.size() + 13 * trop.size()));
     }
-    EXPECT_LT(compteur.pas, 2 * forme.size()); // sans la borne : 201 tours de 1 001 pas
 }

@@ -675,8 +675,20 @@ TEST(TableTriee, ContratsDeLaCoucheTypee)
     auto const avant = contenu();
     Fragile::casse = true;
     EXPECT_THROW(fragile.Supprime(2), std::bad_alloc); // le prédécesseur 1 ne se copie pas
-    EXPECT_THROW(fragile.Insere(4, Fragile()), std::bad_alloc);
+    for (int clef : {0, 4, 5}) {
+        EXPECT_THROW(fragile.Insere(clef, Fragile()), std::bad_alloc);
+    }
     Fragile::casse = false;
     EXPECT_EQ(contenu(), avant);
     EXPECT_EQ(fragile.Taille(), 3u);
+    // Même quand l'insertion ferait tourner l'arbre jusqu'à la racine.
+    sdd::TableTriee<int, Fragile> deux;
+    deux.Insere(1, Fragile(10));
+    deux.Insere(3, Fragile(30));
+    Fragile::casse = true;
+    EXPECT_THROW(deux.Insere(2, Fragile()), std::bad_alloc);
+    Fragile::casse = false;
+    EXPECT_EQ(deux.Taille(), 2u);
+    EXPECT_EQ(deux.NbEnfants(), 2);
+    EXPECT_EQ(deux.Possede(2), nullptr);
 }
