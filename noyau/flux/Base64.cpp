@@ -5,6 +5,9 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
+#include <memory>
+#include <new>
 
 namespace sdd {
 
@@ -84,26 +87,40 @@ std::size_t DecodeCaracteres(unsigned char const* s, std::size_t n, unsigned cha
 
 } // namespace
 
-void Base64::Encode(TamponMemoire const& source, TamponMemoire& cible)
+namespace {
+
+// Code les octets valides de la source à la position de la cible, place faite d'avance pour
+// au plus maxEcrits(n) octets. Une source qui est la cible elle-même est d'abord copiée : la
+// place faite pourrait déplacer son bloc, et l'écriture recouvrir ce qui reste à lire.
+template <typename Codeur, typename Maximum>
+void Transcode(TamponMemoire const& source, TamponMemoire& cible, Codeur codeur, Maximum maxEcrits)
 {
     std::size_t const n = OctetsValides(source);
-    std::uint64_t const position = cible.DonnePosition();
-    // Une réserve d'un octet après les données, comme si chaque caractère passait par Mets.
-    cible._Assure(position + (n + 2) / 3 * 4 + 1);
-    std::size_t const ecrits = EncodeOctets(source.DonneDonnees(), n, cible._donnees + position);
-    cible._position = static_cast<unsigned int>(position + ecrits);
-    cible._taille = cible._position;
+    std::unique_ptr<unsigned char[]> copie;
+    unsigned char const* entree = source.DonneDonnees();
+    if (&source == &cible) {
+        copie.reset(new unsigned char[n]);
+        std::copy_n(entree, n, copie.get());
+        entree = copie.get();
+    }
+    std::uint64_t const place = maxEcrits(n);
+    if (place > std::numeric_limits<unsigned int>::max()) {
+        throw std::bad_alloc();
+    }
+    unsigned char* const zone = cible.PreteZoneEcriture(static_cast<unsigned int>(place));
+    cible.ValideEcriture(static_cast<unsigned int>(codeur(entree, n, zone)));
+}
+
+} // namespace
+
+void Base64::Encode(TamponMemoire const& source, TamponMemoire& cible)
+{
+    Transcode(source, cible, EncodeOctets, [](std::uint64_t n) { return (n + 2) / 3 * 4; });
 }
 
 void Base64::Decode(TamponMemoire const& source, TamponMemoire& cible)
 {
-    std::size_t const n = OctetsValides(source);
-    std::uint64_t const position = cible.DonnePosition();
-    cible._Assure(position + (n + 3) / 4 * 3 + 1);
-    std::size_t const ecrits =
-        DecodeCaracteres(source.DonneDonnees(), n, cible._donnees + position);
-    cible._position = static_cast<unsigned int>(position + ecrits);
-    cible._taille = cible._position;
+    Transcode(source, cible, DecodeCaracteres, [](std::uint64_t n) { return (n + 3) / 4 * 3; });
 }
 
 UniChaine Base64::EncodeNombreSimple(unsigned long nombre)

@@ -103,7 +103,7 @@ unsigned char const* FichierMMap::PtrEtAvance(unsigned int n)
 
 TamponMemoire* FichierMMap::TamponEnPretantDonnees()
 {
-    return new TamponMemoire(reinterpret_cast<char*>(_donnees), static_cast<int>(_taille), false);
+    return new TamponMemoire(_donnees, _taille, false);
 }
 
 } // namespace sdd

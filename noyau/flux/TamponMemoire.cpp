@@ -1,6 +1,7 @@
 #include "noyau/flux/TamponMemoire.h"
 
 #include "noyau/algorithmes/Entiers.h"
+#include "noyau/erreurs/Exceptions.h"
 #include "noyau/flux/Fichier.h"
 
 #include <algorithm>
@@ -15,6 +16,15 @@ namespace sdd {
 namespace {
 
 constexpr std::uint64_t kCapaciteMax = std::numeric_limits<unsigned int>::max();
+
+unsigned int TailleNonNegative(int taille)
+{
+    if (taille < 0) {
+        exceptions::LanceIndexHorsBorne(static_cast<unsigned long>(taille), 0,
+                                        std::numeric_limits<int>::max());
+    }
+    return static_cast<unsigned int>(taille);
+}
 
 } // namespace
 
@@ -31,8 +41,13 @@ TamponMemoire::TamponMemoire(TamponMemoire const& autre)
 }
 
 TamponMemoire::TamponMemoire(char* bloc, int taille, bool prendPossession)
-    : _taille(static_cast<unsigned int>(std::max(taille, 0))), _capacite(_taille),
-      _donnees(reinterpret_cast<unsigned char*>(bloc)), _emprunte(!prendPossession)
+    : TamponMemoire(reinterpret_cast<unsigned char*>(bloc), TailleNonNegative(taille),
+                    prendPossession)
+{
+}
+
+TamponMemoire::TamponMemoire(unsigned char* bloc, unsigned int taille, bool prendPossession)
+    : _taille(taille), _capacite(taille), _donnees(bloc), _emprunte(!prendPossession)
 {
 }
 
@@ -162,17 +177,45 @@ void TamponMemoire::_AgrandirPourUnOctet()
     }
 }
 
-void TamponMemoire::_AgrandirPourBloc(std::uint64_t fin)
+unsigned int TamponMemoire::_CapacitePourBloc(std::uint64_t fin) const
 {
-    // Doublements depuis la capacité courante ; garde : depuis 1 quand elle est nulle.
+    if (fin >= kCapaciteMax) {
+        throw std::bad_alloc();
+    }
+    // Garde : les doublements partent de 1 quand la capacité est nulle.
     std::uint64_t capacite = std::max(_capacite, 1u);
     while (capacite <= fin) {
         capacite *= 2;
     }
-    if (fin >= kCapaciteMax) {
-        throw std::bad_alloc();
+    return static_cast<unsigned int>(std::min(capacite, kCapaciteMax));
+}
+
+void TamponMemoire::_MetsEnAgrandissant(char const* octets, unsigned int n)
+{
+    std::uint64_t const fin = std::uint64_t(_position) + n;
+    // L'ancien bloc n'est lâché qu'après la copie : octets peut pointer dedans.
+    auto const ancien = _RemplaceBloc(_CapacitePourBloc(fin));
+    std::memcpy(_donnees + _position, octets, n);
+    _taille = _position = static_cast<unsigned int>(fin);
+}
+
+unsigned char* TamponMemoire::PreteZoneEcriture(unsigned int n)
+{
+    // Plus l'octet de réserve que laisse toute écriture.
+    std::uint64_t const fin = std::uint64_t(_position) + n;
+    if (fin >= _capacite) {
+        _RemplaceBloc(_CapacitePourBloc(fin));
     }
-    Agrandir(static_cast<unsigned int>(std::min(capacite, kCapaciteMax)));
+    return _donnees + _position;
+}
+
+void TamponMemoire::ValideEcriture(unsigned int n)
+{
+    std::uint64_t const fin = std::uint64_t(_position) + n;
+    if (fin > _capacite) {
+        exceptions::LanceIndexHorsBorne(static_cast<unsigned long>(fin), 0, _capacite);
+    }
+    _taille = _position = static_cast<unsigned int>(fin);
 }
 
 TamponMemoire& TamponMemoire::operator<<(char const* texte)
@@ -246,17 +289,20 @@ void TamponMemoire::Agrandir()
 
 void TamponMemoire::Agrandir(unsigned int capacite)
 {
+    _RemplaceBloc(capacite);
+}
+
+std::unique_ptr<unsigned char[]> TamponMemoire::_RemplaceBloc(unsigned int capacite)
+{
     auto* const bloc = new unsigned char[capacite];
-    unsigned int const gardes = std::min(_capacite, capacite);
-    std::copy_n(_donnees, gardes, bloc);
+    std::copy_n(_donnees, std::min(_capacite, capacite), bloc);
     // Un bloc emprunté reste à son propriétaire (projection de fichier, autre tampon) : le
     // tampon passe à sa propre copie, qu'il libérera.
-    if (!_emprunte) {
-        delete[] _donnees;
-    }
+    std::unique_ptr<unsigned char[]> ancien(_emprunte ? nullptr : _donnees);
     _donnees = bloc;
     _capacite = capacite;
     _emprunte = false;
+    return ancien;
 }
 
 void TamponMemoire::MetsPosition(unsigned int position)

@@ -5,13 +5,13 @@
 
 #include <cstdint>
 #include <cstring>
+#include <memory>
 
 class UniChaine;
 class UniChemin;
 
 namespace sdd {
 
-class Base64;
 class ChaineN;
 
 // Tampon d'octets qui s'agrandit, lisible et inscriptible par le même curseur. Le bloc est
@@ -26,8 +26,12 @@ public:
     // Copie tout le bloc (capacite octets) et la position.
     TamponMemoire(TamponMemoire const& autre);
     // Bloc de l'appelant, taille octets valides ; libéré à la destruction (delete[]) seulement
-    // quand prendPossession est vrai.
+    // quand prendPossession est vrai, et seulement une fois construit : une taille négative
+    // (une longueur de 2 Gio ou plus passée par un int) lève IndexHorsBorne, le bloc restant
+    // alors à l'appelant.
     TamponMemoire(char* bloc, int taille, bool prendPossession);
+    // La même chose pour toute taille sur 32 bits (une projection de 2 à 4 Gio, par exemple).
+    TamponMemoire(unsigned char* bloc, unsigned int taille, bool prendPossession);
     // Tout le fichier, lu d'un coup ; OuvertureEchouee s'il ne se lit pas.
     explicit TamponMemoire(UniChemin const& chemin);
     TamponMemoire& operator=(TamponMemoire const&) = delete;
@@ -78,20 +82,29 @@ public:
     {
         Mets(reinterpret_cast<char const*>(octets), n);
     }
+    // Les octets peuvent venir du tampon lui-même, même quand il doit grandir.
     virtual void Mets(char const* octets, unsigned int n)
     {
         std::uint64_t const fin = std::uint64_t(_position) + n;
         if (fin >= _capacite) {
-            _AgrandirPourBloc(fin);
+            _MetsEnAgrandissant(octets, n);
+            return;
         }
         // La copie sépare les deux écritures : réunies, GCC les fond en un vecteur lent à
         // relire.
         _taille = static_cast<unsigned int>(fin);
         if (n != 0) {
-            std::memcpy(_donnees + _position, octets, n);
+            std::memmove(_donnees + _position, octets, n);
         }
         _position = static_cast<unsigned int>(fin);
     }
+
+    // Écriture directe dans le bloc, pour les codeurs qui produisent leurs octets en place :
+    // PreteZoneEcriture(n) fait la place de n octets à la position (le bloc grandit comme pour
+    // Mets) et rend où les écrire ; ValideEcriture(k), k ≤ n, les compte ensuite comme écrits
+    // par Mets (position et taille après eux).
+    unsigned char* PreteZoneEcriture(unsigned int n);
+    void ValideEcriture(unsigned int n);
 
     TamponMemoire& operator<<(char const* texte);
     // Les entiers sont écrits suivis d'un zéro que la position ne passe pas ; volontairement,
@@ -125,8 +138,6 @@ public:
     static ChaineN DecompresseChaineN(FluxEntree& flux);
 
 private:
-    friend class Base64; // écrit directement dans le bloc après l'avoir réservé
-
     template <typename Chaine> static unsigned int CompresseChaine(FluxSortie& flux, Chaine const&);
     template <typename Chaine> static Chaine DecompresseChaine(FluxEntree& flux);
 
@@ -134,8 +145,12 @@ private:
     TamponMemoire(unsigned char* bloc, unsigned int taille, unsigned int capacite);
 
     void _AgrandirPourUnOctet();
-    // Capacité doublée jusqu'à dépasser fin.
-    void _AgrandirPourBloc(std::uint64_t fin);
+    // Capacité doublée depuis la capacité courante jusqu'à dépasser fin.
+    unsigned int _CapacitePourBloc(std::uint64_t fin) const;
+    void _MetsEnAgrandissant(char const* octets, unsigned int n);
+    // Passe à un bloc neuf de capacite octets, l'ancien contenu recopié ; rend l'ancien bloc
+    // (nul s'il était emprunté), qui reste lisible jusqu'à ce que l'appelant le lâche.
+    std::unique_ptr<unsigned char[]> _RemplaceBloc(unsigned int capacite);
     // Capacité d'au moins n octets (n sur 64 bits : aucun calcul de fin ne déborde).
     void _Assure(std::uint64_t n);
     unsigned char _OctetA(unsigned int p) const noexcept { return p < _capacite ? _donnees[p] : 0; }

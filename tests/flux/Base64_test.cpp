@@ -85,6 +85,13 @@ TEST(Base64, AjoutALaPositionEtEntreesAbimees)
     EXPECT_EQ(cible.DonnePosition(), 6u);
     cible.Mets('>');
     EXPECT_EQ(Octets(cible), "<<TWFu>");
+    // Source et cible confondues : la source est lue telle qu'elle était avant l'ajout.
+    TamponMemoire soi = Tampon("Man");
+    Base64::Encode(soi, soi);
+    EXPECT_EQ(Octets(soi), "ManTWFu");
+    soi.Positionne(3);
+    Base64::Decode(soi, soi);
+    EXPECT_EQ(Octets(soi), std::string("Man1\xA9\xD3X[", 8));
 
     // Dernier groupe incomplet : les caractères absents comptent pour des zéros.
     EXPECT_EQ(Decode("TQ"), "M");

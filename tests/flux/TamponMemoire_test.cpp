@@ -1,11 +1,16 @@
+#include "noyau/erreurs/Exceptions.h"
+#include "noyau/flux/FichierMMap.h"
 #include "noyau/flux/TamponMemoire.h"
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <string>
 #include <vector>
+
+#include <unistd.h>
 
 using sdd::TamponMemoire;
 
@@ -238,4 +243,54 @@ TEST(TamponMemoire, CopieEntreFlux)
     cible.Vide();
     EXPECT_TRUE(source.DonneFluxSortie(cible));
     EXPECT_EQ(Octets(cible), "abcdef");
+}
+
+TEST(TamponMemoire, AjoutDeSesPropresOctets)
+{
+    // Avec croissance : la source est lue avant que l'ancien bloc ne soit libéré.
+    TamponMemoire t(16);
+    t.Mets("0123456789", 10);
+    t.Mets(t.DonneDonnees(), t.DonneTaille());
+    EXPECT_EQ(Octets(t), "01234567890123456789");
+    // Sans croissance, tranches qui se chevauchent dans les deux sens.
+    t.Positionne(2);
+    t.Mets(reinterpret_cast<char const*>(t.DonneDonnees()), 6);
+    EXPECT_EQ(Octets(t), "01012345");
+    t.Positionne(0);
+    t.Mets(reinterpret_cast<char const*>(t.DonneDonnees()) + 3, 4);
+    EXPECT_EQ(Octets(t), "1234");
+    // Un tampon qui emprunte et s'ajoute à lui-même : le bloc prêté reste intact.
+    char bloc[] = {'a', 'b', 'c'};
+    TamponMemoire emprunteur(bloc, 3, false);
+    emprunteur.PositionneALaFin();
+    emprunteur.Mets(emprunteur.DonneDonnees(), 3);
+    EXPECT_EQ(Octets(emprunteur), "abcabc");
+    EXPECT_EQ(std::string(bloc, 3), "abc");
+}
+
+TEST(TamponMemoire, TaillesHorsDeLInt)
+{
+    // Une taille négative (2 Gio ou plus passés par un int) est refusée, jamais prise pour 0.
+    char bloc[4] = {};
+    EXPECT_THROW(TamponMemoire(bloc, -1, false), sdd::exceptions::IndexHorsBorne);
+    EXPECT_THROW(TamponMemoire(bloc, int(0x80001000u), false), sdd::exceptions::IndexHorsBorne);
+
+    // Une projection de 2 Gio et plus se prête entière (fichier creux : rien n'est écrit sur
+    // le disque hors du dernier bloc).
+    std::string modele = testing::TempDir() + "grandXXXXXX";
+    int const fd = mkstemp(modele.data());
+    ASSERT_GE(fd, 0);
+    unsigned int const taille = 0x80001000u; // 2 147 487 744 octets
+    ASSERT_EQ(pwrite(fd, "fin", 3, taille - 3), 3);
+    close(fd);
+    {
+        sdd::FichierMMap projection(UniChemin(modele.c_str()));
+        std::unique_ptr<TamponMemoire> prete(projection.TamponEnPretantDonnees());
+        EXPECT_EQ(prete->DonneTaille(), taille);
+        prete->Positionne(taille - 3);
+        unsigned char fin[3];
+        EXPECT_EQ(prete->Donne(3, fin), 3u);
+        EXPECT_EQ(std::string(reinterpret_cast<char*>(fin), 3), "fin");
+    }
+    std::remove(modele.c_str());
 }
