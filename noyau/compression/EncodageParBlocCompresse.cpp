@@ -1,5 +1,6 @@
 #include "noyau/compression/EncodageParBlocCompresse.h"
 
+#include "noyau/compression/detail/Zlib.h"
 #include "noyau/erreurs/Exceptions.h"
 #include "noyau/flux/Flux.h"
 #include "noyau/flux/VarElias.h"
@@ -7,7 +8,6 @@
 #include <zlib.h>
 
 #include <algorithm>
-#include <new>
 
 namespace sdd {
 
@@ -18,34 +18,12 @@ namespace {
     throw exceptions::ErreurDeserialisation(UniChaine("Type de compression inconnu"));
 }
 
-void LibereDeflate(z_stream_s* flux)
-{
-    if (flux != nullptr) {
-        deflateEnd(flux);
-        delete flux;
-    }
-}
-
-// compress (niveau par défaut, format zlib) sur un flux déjà prêt.
-int Comprime(z_stream& flux, unsigned char* dest, uLongf* longueur, unsigned char const* source,
-             uLong n)
-{
-    deflateReset(&flux);
-    flux.next_in = const_cast<unsigned char*>(source);
-    flux.avail_in = static_cast<uInt>(n);
-    flux.next_out = dest;
-    flux.avail_out = static_cast<uInt>(*longueur);
-    int const code = deflate(&flux, Z_FINISH);
-    *longueur = flux.total_out;
-    return code == Z_STREAM_END ? Z_OK : Z_BUF_ERROR;
-}
-
 } // namespace
 
 EncodageParBlocCompresse::EncodageParBlocCompresse(FluxSortie* sortie, unsigned int tailleBloc,
                                                    eTypeCompression type)
     : _sortie(sortie), _tailleBloc(tailleBloc), _tailleTravail(0), _type(type),
-      _deflate(nullptr, LibereDeflate)
+      _deflate(nullptr, detail::LibereDeflate)
 {
     VarElias::Ecris(*_sortie, _tailleBloc);
     _sortie->Mets(static_cast<unsigned char>(_type));
@@ -109,17 +87,14 @@ void EncodageParBlocCompresse::_VideBlocCourant()
             _tailleTravail = borne;
         }
         if (_deflate == nullptr) {
-            auto flux = std::make_unique<z_stream>();
-            if (deflateInit(flux.get(), Z_DEFAULT_COMPRESSION) != Z_OK) {
-                throw std::bad_alloc();
-            }
-            _deflate.reset(flux.release());
+            _deflate.reset(detail::NouveauDeflate());
         }
-        longueur = _tailleTravail;
-        if (Comprime(*_deflate, _travail.get(), &longueur, stockes, _blocCourant.DonneTaille()) !=
-            Z_OK) {
+        std::uint64_t comprimes = _tailleTravail;
+        if (!detail::Comprime(*_deflate, _travail.get(), &comprimes, stockes,
+                              _blocCourant.DonneTaille())) {
             throw exceptions::ErreurDeserialisation(UniChaine("Échec de la compression d’un bloc"));
         }
+        longueur = static_cast<uLongf>(comprimes);
         stockes = _travail.get();
         break;
     }

@@ -3,12 +3,13 @@
 #include "noyau/chaines/ChaineN.h"
 #include "noyau/chaines/UniChaine.h"
 #include "noyau/erreurs/Exceptions.h"
+#include "noyau/flux/detail/LectureExacte.h"
 
 namespace sdd {
 
 void detail::LisOctets(FluxEntree& flux, unsigned char* dest, unsigned int n)
 {
-    if (flux.Donne(n, dest) != n) {
+    if (!LisExactement(flux, dest, n)) {
         throw exceptions::ErreurDeserialisation(
             UniChaine("Les données s’arrêtent avant la fin d’une valeur"));
     }

@@ -2,9 +2,11 @@
 
 #include "noyau/chaines/ChaineN.h"
 #include "noyau/chaines/UniChaine.h"
+#include "noyau/compression/detail/Zlib.h"
 #include "noyau/erreurs/Exceptions.h"
 #include "noyau/flux/TamponMemoire.h"
 #include "noyau/flux/VarElias.h"
+#include "noyau/flux/detail/LectureExacte.h"
 
 #include <zlib.h>
 
@@ -15,12 +17,6 @@
 namespace sdd {
 
 namespace {
-
-// Au plus 1032 octets sortent d'un octet de flux deflate (258 octets pour 2 bits).
-constexpr std::uint64_t kExpansionMaxZlib = 1032;
-// Les données comprimées sont lues par tranches : une longueur mensongère n'alloue que ce qui
-// arrive vraiment.
-constexpr unsigned int kTranche = 1u << 20;
 
 std::string EnUTF8(ChaineN const& texte)
 {
@@ -42,20 +38,6 @@ template <> ChaineN DepuisUTF8<ChaineN>(char const* octets, std::size_t n)
 template <> UniChaine DepuisUTF8<UniChaine>(char const* octets, std::size_t n)
 {
     return UniChaine(octets, UniChaine::kUTF8, static_cast<int>(n));
-}
-
-std::vector<unsigned char> LisDonnees(FluxEntree& flux, std::uint32_t n)
-{
-    std::vector<unsigned char> donnees;
-    while (donnees.size() < n) {
-        std::size_t const deja = donnees.size();
-        unsigned int const voulus = std::min<std::size_t>(n - deja, kTranche);
-        donnees.resize(deja + voulus);
-        if (flux.Donne(voulus, donnees.data() + deja) < voulus) {
-            LanceException(-1);
-        }
-    }
-    return donnees;
 }
 
 } // namespace
@@ -86,13 +68,16 @@ template <typename Chaine> Chaine TamponMemoire::DecompresseChaine(FluxEntree& f
 {
     std::uint32_t const longueurComprimee = VarElias::Lis(flux);
     std::uint32_t const longueurTexte = VarElias::Lis(flux);
-    std::vector<unsigned char> const donnees = LisDonnees(flux, longueurComprimee);
+    TamponMemoire donnees(1);
+    if (!detail::LisParTranches(flux, longueurComprimee, donnees)) {
+        LanceException(-1);
+    }
     // Garde : une longueur de texte mensongère n'alloue pas plus que zlib ne peut produire.
     uLongf longueur = static_cast<uLongf>(
-        std::min<std::uint64_t>(longueurTexte, kExpansionMaxZlib * longueurComprimee));
+        std::min<std::uint64_t>(longueurTexte, detail::kExpansionMaxZlib * longueurComprimee));
     std::vector<char> texte(std::max<uLongf>(longueur, 1));
-    if (uncompress(reinterpret_cast<Bytef*>(texte.data()), &longueur, donnees.data(),
-                   donnees.size()) != Z_OK) {
+    if (uncompress(reinterpret_cast<Bytef*>(texte.data()), &longueur, donnees.DonneDonnees(),
+                   donnees.DonneTaille()) != Z_OK) {
         LanceException(-1);
     }
     return DepuisUTF8<Chaine>(texte.data(), longueur);

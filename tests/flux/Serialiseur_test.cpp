@@ -1,12 +1,15 @@
 #include "noyau/chaines/ChaineN.h"
 #include "noyau/chaines/UniChaine.h"
 #include "noyau/erreurs/Exceptions.h"
+#include "noyau/flux/FichierMMap.h"
 #include "noyau/flux/Serialiseur.h"
 #include "noyau/flux/TamponMemoire.h"
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstring>
+#include <fstream>
 #include <limits>
 #include <string>
 
@@ -60,6 +63,19 @@ TEST(Serialiseur, EntiersEtBooleens)
     EXPECT_EQ(v, 99u);
     bool b = true;
     EXPECT_THROW(Serialiseur<bool>::Lis(t, &b), sdd::exceptions::ErreurDeserialisation);
+
+    // Sur une projection trop courte aussi, et non IndexHorsBorne.
+    std::string const chemin = testing::TempDir() + "serialiseur_court";
+    std::ofstream(chemin, std::ios::binary).write("\x05\x01\x02", 3);
+    sdd::FichierMMap projection{UniChemin(chemin.c_str())};
+    EXPECT_THROW(Serialiseur<std::uint32_t>::Lis(projection, &v),
+                 sdd::exceptions::ErreurDeserialisation);
+    projection.PositionneAuDebut();
+    sdd::Associations associations;
+    EXPECT_THROW(Serialiseur<sdd::Associations>::Lis(projection, &associations),
+                 sdd::exceptions::ErreurDeserialisation);
+    EXPECT_EQ(v, 99u);
+    std::remove(chemin.c_str());
 }
 
 TEST(Serialiseur, Chaines)

@@ -1,6 +1,7 @@
 #include "noyau/chaines/ChaineN.h"
 #include "noyau/chaines/UniChaine.h"
 #include "noyau/erreurs/Exceptions.h"
+#include "noyau/flux/FichierMMap.h"
 #include "noyau/flux/TamponMemoire.h"
 #include "noyau/flux/VarElias.h"
 
@@ -46,7 +47,7 @@ std::string Mots()
 }
 
 // Code l'entier nu lancé par la lecture, 0 sans entier, 1 pour ErreurDeserialisation.
-int EchecDeLecture(TamponMemoire& t)
+int EchecDeLecture(sdd::FluxEntree& t)
 {
     t.PositionneAuDebut();
     try {
@@ -103,6 +104,15 @@ TEST(ChaineComprimee, DonneesAbimees)
     }
     t.MetsTaille(taille);
     EXPECT_EQ(EchecDeLecture(t), 0);
+    // Une projection coupée dit la même chose (elle refuserait sinon par IndexHorsBorne).
+    std::string const chemin = testing::TempDir() + "chaine_coupee";
+    for (unsigned int const coupe : {1u, 2u, taille - 1}) {
+        std::ofstream(chemin, std::ios::binary)
+            .write(reinterpret_cast<char const*>(t.DonneDonnees()), coupe);
+        sdd::FichierMMap projection{UniChemin(chemin.c_str())};
+        EXPECT_EQ(EchecDeLecture(projection), coupe < 2 ? 1 : -1) << coupe;
+    }
+    std::remove(chemin.c_str());
 
     // Longueur de texte trop courte pour le contenu : zlib échoue.
     TamponMemoire menteur(t);
