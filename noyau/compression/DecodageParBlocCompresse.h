@@ -5,7 +5,9 @@
 #include "noyau/compression/BlocCompresse.h"
 #include "noyau/flux/TamponMemoire.h"
 
+#include <cstdint>
 #include <memory>
+#include <optional>
 
 struct z_stream_s;
 
@@ -17,8 +19,10 @@ class FluxEntreeMemoire;
 // Relit les éléments écrits par EncodageParBlocCompresse : seul le bloc de l'élément est lu
 // et décomprimé ; le dernier bloc décodé reste en cache.
 //
-// Une zone abîmée (flux zlib invalide, longueur au-delà du flux, décalage ou compte au-delà
-// du bloc, chaîne sans fin) lève ErreurDeserialisation ; rien n'est lu hors des données.
+// Un bloc comprimé coupé ou abîmé se lit jusqu'à la coupure. Une zone abîmée (longueur
+// au-delà du flux, position, décalage ou compte au-delà des données) lève
+// ErreurDeserialisation ; une chaîne sans fin dans le bloc, OperationInvalide comme
+// ChaineN::Lis. Rien n'est lu hors des données.
 class NOYAU_EXPORT DecodageParBlocCompresse
 {
 public:
@@ -36,6 +40,8 @@ public:
     eTypeCompression DonneType() const noexcept { return _type; }
 
 private:
+    // Taille de l'entrée quand elle la connaît, sinon la plus grande position.
+    std::uint64_t _Limite() const;
     void _PlaceTamponSelonPosition(_typPositionEncodageBloc const& position);
     void _LisBloc(unsigned int positionBloc);
     void _Decomprime();
@@ -45,7 +51,9 @@ private:
     unsigned long _debut;
     unsigned int _tailleBloc = 0;
     TamponMemoire _blocLu{256};
-    unsigned int _positionCourante = 0; // 0 : aucun bloc en cache (l'en-tête occupe 0)
+    // Position du bloc en cache ; vide quand il n'y en a pas (aucune position n'en tient lieu :
+    // un enregistrement abîmé peut nommer la position 0).
+    std::optional<unsigned int> _positionCourante;
     TamponMemoire _blocDecode{256};
     eTypeCompression _type = kSansCompression;
     // Flux inflate gardé d'un bloc à l'autre : chaque bloc ne coûte qu'une remise à zéro.

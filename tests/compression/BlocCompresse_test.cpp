@@ -22,6 +22,7 @@ using sdd::DecodageParBlocCompresse;
 using sdd::EncodageParBlocCompresse;
 using sdd::TamponMemoire;
 using sdd::exceptions::ErreurDeserialisation;
+using sdd::exceptions::OperationInvalide;
 
 namespace {
 
@@ -232,10 +233,16 @@ TEST(BlocCompresse, ZonesAbimees)
                : decodeur.DecodeOctets(position, n, dest.data());
     };
     EXPECT_NO_THROW(essaie(bonne, p));
-    EXPECT_THROW(essaie(bonne, {p.positionBloc, 8}), ErreurDeserialisation);   // après la fin
-    EXPECT_THROW(essaie(bonne, {p.positionBloc, 100}), ErreurDeserialisation); // hors du bloc
-    EXPECT_THROW(essaie(bonne, p, 9), ErreurDeserialisation);                  // compte trop grand
-    EXPECT_THROW(essaie(bonne, {5000, 0}), ErreurDeserialisation);             // bloc hors zone
+    // Une chaîne que le bloc finit avant son zéro : ce que lève ChaineN::Lis.
+    EXPECT_THROW(essaie(bonne, {p.positionBloc, 8}), OperationInvalide);   // après la fin
+    EXPECT_THROW(essaie(bonne, {p.positionBloc, 100}), OperationInvalide); // hors du bloc
+    EXPECT_THROW(essaie(std::string("\x88\x00\x83"
+                                    "abc",
+                                    6),
+                        {2, 0}),
+                 OperationInvalide);
+    EXPECT_THROW(essaie(bonne, p, 9), ErreurDeserialisation);      // compte trop grand
+    EXPECT_THROW(essaie(bonne, {5000, 0}), ErreurDeserialisation); // bloc hors zone
     EXPECT_THROW(essaie(bonne.substr(0, bonne.size() - 3), p), ErreurDeserialisation);
 
     // Sur une projection, un bloc tronqué est la même erreur (et non IndexHorsBorne).
@@ -258,6 +265,93 @@ TEST(BlocCompresse, ZonesAbimees)
             essaie(abimee, p);
             essaie(abimee, {p.positionBloc, unsigned(hasard() % 16)}, 1 + hasard() % 8);
         } catch (ErreurDeserialisation const&) {
+        } catch (OperationInvalide const&) {
         }
     }
+}
+
+TEST(BlocCompresse, CacheDistinctDeLaPositionZero)
+{
+    // Après un échec, un enregistrement qui nomme la position 0 lit ce qui s'y trouve (l'en-tête
+    // pris pour un bloc), jamais le bloc décodé avant l'échec.
+    std::string const zone("\x88\x00\x88"
+                           "SECRET-A"
+                           "\x80",
+                           12);
+    TamponMemoire t(const_cast<char*>(zone.data()), int(zone.size()), false);
+    DecodageParBlocCompresse decodeur(&t, 0);
+    std::string lu(8, ' ');
+    decodeur.DecodeOctets({2, 0}, 8, lu.data());
+    EXPECT_EQ(lu, "SECRET-A");
+    EXPECT_THROW(decodeur.DecodeOctets({5000, 0}, 8, lu.data()), ErreurDeserialisation);
+    decodeur.DecodeOctets({0, 0}, 8, lu.data());
+    EXPECT_EQ(lu, std::string("\0\x88"
+                              "SECRET",
+                              8));
+}
+
+TEST(BlocCompresse, BlocsCoupesALaLimite)
+{
+    // Des blocs écrits comme les programmes existants les écrivent : comprimés dans une zone de
+    // la taille de bloc, sans regarder la réponse de zlib, donc coupés quand ils ne s'y
+    // comprimaient pas. Tout ce que zlib en décode se relit ; une chaîne que la coupure atteint
+    // lève ce que lève ChaineN::Lis.
+    std::mt19937 hasard(11);
+    unsigned int const taille = 48;
+    TamponMemoire zone(256);
+    sdd::VarElias::Ecris(zone, taille);
+    zone.Mets(static_cast<unsigned char>(sdd::kCompressionZlib));
+    std::string bloc;
+    std::vector<std::string> mots;
+    std::vector<_typPositionEncodageBloc> positions;
+    std::vector<std::size_t> decodables; // octets que zlib rend du bloc de chaque mot
+    auto const vide = [&] {
+        std::vector<unsigned char> travail(taille);
+        uLongf n = taille;
+        compress(travail.data(), &n, reinterpret_cast<Bytef const*>(bloc.data()), bloc.size());
+        sdd::VarElias::Ecris(zone, std::uint32_t(n));
+        zone.Mets(travail.data(), unsigned(n));
+        std::vector<unsigned char> decode(taille);
+        uLongf d = taille;
+        uncompress(decode.data(), &d, travail.data(), n);
+        decodables.resize(mots.size(), d);
+        bloc.clear();
+    };
+    for (int i = 0; i < 400; ++i) {
+        std::string mot(1 + hasard() % 12, ' ');
+        std::generate(mot.begin(), mot.end(), [&] { return char(33 + hasard() % 94); });
+        if (taille < mot.size() + bloc.size() + 1) {
+            vide();
+        }
+        positions.push_back({zone.DonneTaille(), unsigned(bloc.size())});
+        mots.push_back(mot);
+        bloc += mot;
+        bloc += '\0';
+    }
+    vide();
+
+    DecodageParBlocCompresse decodeur(&zone, 0);
+    int entiers = 0, coupes = 0;
+    for (std::size_t i = 0; i < mots.size(); ++i) {
+        ChaineN lue;
+        if (positions[i].decalage + mots[i].size() < decodables[i]) {
+            decodeur.DecodeChaine(positions[i], lue, ChaineN::kUTF8);
+            ASSERT_EQ(lue, ChaineN(mots[i].c_str(), ChaineN::kUTF8)) << i;
+            ++entiers;
+        } else {
+            EXPECT_THROW(decodeur.DecodeChaine(positions[i], lue, ChaineN::kUTF8),
+                         OperationInvalide);
+            ++coupes;
+        }
+        std::string octets(mots[i].size(), ' ');
+        if (positions[i].decalage + mots[i].size() <= decodables[i]) {
+            decodeur.DecodeOctets(positions[i], octets.size(), octets.data());
+            EXPECT_EQ(octets, mots[i]);
+        } else {
+            EXPECT_THROW(decodeur.DecodeOctets(positions[i], octets.size(), octets.data()),
+                         ErreurDeserialisation);
+        }
+    }
+    EXPECT_GT(coupes, 20);
+    EXPECT_GT(entiers, 100);
 }
