@@ -1,5 +1,5 @@
-// Zone de blocs comprimés d'octets quelconques, lue à des positions quelconques : seul
-// ErreurDeserialisation peut sortir.
+// Zone de blocs comprimés d'octets quelconques, lue à des positions quelconques : seules
+// ErreurDeserialisation et, pour une chaîne sans fin, OperationInvalide peuvent sortir.
 
 #include "noyau/compression/DecodageParBlocCompresse.h"
 #include "noyau/erreurs/Exceptions.h"
@@ -26,6 +26,7 @@ extern "C" int LLVMFuzzerTestOneInput(unsigned char const* donnees, std::size_t 
         try {
             decodeur.DecodeChaine(position, chaine, codage);
         } catch (sdd::exceptions::ErreurDeserialisation const&) {
+        } catch (sdd::exceptions::OperationInvalide const&) {
         }
         char octets[16];
         decodeur.DecodeOctets(position, donnees[8] % sizeof octets, octets);
