@@ -3,6 +3,8 @@
 #include "noyau/flux/Serialiseur.h"
 #include "noyau/lexique/TableChaineNoyau.h"
 
+#include <utility>
+
 namespace sdd {
 
 // Table de chaînes dont chaque chaîne porte une Donnee, écrite et lue par Serialiseur<Donnee>.
@@ -26,11 +28,22 @@ public:
         Noeud const* const n = TrouveEmplacement(clef);
         return n ? &static_cast<NoeudT const*>(n)->_donnee : nullptr;
     }
-    // Ajoute la chaîne ou remplace sa donnée.
+    // Ajoute la chaîne ou remplace sa donnée. Un appel qui lève laisse la table comme elle
+    // était : la donnée est copiée avant tout changement, et une chaîne ajoutée dont la donnée
+    // ne se pose pas est retirée.
     Donnee& Insere(ChaineN const& clef, Donnee const& donnee)
     {
-        Donnee& place = static_cast<NoeudT*>(TrouveEmplacementEtInsere(clef))->_donnee;
-        place = donnee;
+        Donnee copie(donnee);
+        bool deja = false;
+        Donnee& place = static_cast<NoeudT*>(TrouveEmplacementEtInsere(clef, &deja))->_donnee;
+        try {
+            place = std::move(copie);
+        } catch (...) {
+            if (!deja) {
+                Supprime(clef);
+            }
+            throw;
+        }
         return place;
     }
     // La donnée du nœud courant d'un itérateur de cette table.

@@ -335,6 +335,49 @@ TEST(TableChaineT, SuppressionQuiEchoueLaisseLaTable)
     }
 }
 
+// Une insertion qui lève (la donnée ne se copie pas, ou la k-ième allocation échoue, pour
+// chaque k) laisse la table comme elle était, que la chaîne soit nouvelle ou non.
+TEST(TableChaineT, InsertionQuiEchoueLaisseLaTable)
+{
+    using Table = sdd::TableChaineT<Fragile>;
+    Table t;
+    t.Insere(N(u"ab"), 1);
+    t.Insere(N(u"abcdefgh"), 2);
+    t.Insere(N(u"x"), 3);
+    Cas const chaines{u"ab", u"abcdefgh", u"x"};
+    aide::Octets const avant = aide::Ecris(t);
+    auto const intacte = [&] {
+        EXPECT_EQ(aide::Ecris(t), avant);
+        EXPECT_EQ(aide::Chaines(t), chaines);
+        EXPECT_EQ(t.Donne(N(u"ab"))->v, 1);
+    };
+    // Nouvelle feuille, coupe d'une suite (avec ou sans reste), chaîne déjà là.
+    for (std::u16string const clef : {u"y", u"abcdxx", u"a", u"abcd", u"ab"}) {
+        Fragile::casse = true;
+        EXPECT_ANY_THROW(t.Insere(N(clef), 9));
+        Fragile::casse = false;
+        intacte();
+        for (int k = 0;; ++k) {
+            gTableauxPermis = k;
+            try {
+                t.Insere(N(clef), 9);
+            } catch (std::bad_alloc const&) {
+                intacte();
+                continue;
+            }
+            gTableauxPermis = -1;
+            break;
+        }
+        EXPECT_EQ(t.Donne(N(clef))->v, 9);
+        if (clef != u"ab") {
+            EXPECT_TRUE(t.Supprime(N(clef)));
+        } else {
+            t.Insere(N(clef), 1);
+        }
+        intacte();
+    }
+}
+
 // CreeNoeud reçoit la suite du nœud à créer.
 TEST(TableChaine, CreeNoeudRecoitLaSuite)
 {
