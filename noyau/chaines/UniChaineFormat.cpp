@@ -6,7 +6,7 @@
 #include "noyau/chaines/detail/UnitesQString.h"
 
 UniChaine::UniChaine(sdd::ChaineN const& texte)
-    : UniChaine(texte.PreteUniCString(), static_cast<int>(texte.Longueur()))
+    : _texte(sdd::detail::EnQString({texte.PreteUniCString(), texte.Longueur()}))
 {
 }
 
