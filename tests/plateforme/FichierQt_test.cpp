@@ -1,6 +1,7 @@
-#include "noyau/plateforme/Fichier.h"
+#include "noyau/plateforme/FichierQt.h"
 
 #include "noyau/erreurs/ExceptionCode.h"
+#include "noyau/noyau.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -66,4 +67,16 @@ TEST(FichierQt, OuverturesEtErreurs)
     EXPECT_EQ(MessageAlerte([&] { dansAbsent.OuvreEnLectureEcriture(); }),
               "Erreur à l’ouverture du fichier.");
     EXPECT_FALSE(dansAbsent.DonneDateModification().isValid());
+}
+
+// Comme le montre docs/fichiers.md : l'en-tête général et l'espace sdd ouvert, chaque classe
+// se nomme par son espace.
+using namespace sdd;
+
+TEST(FichierQt, NomDansEspaceGlobal)
+{
+    QTemporaryDir dossier;
+    UniChemin const chemin(dossier.filePath("f"));
+    sdd::Fichier(chemin, sdd::Fichier::kEcriture).Ecris("octets");
+    EXPECT_EQ(::Fichier(chemin).DonneToutLeContenu(), QByteArray("octets"));
 }

@@ -1,4 +1,4 @@
-#include "noyau/plateforme/Fichier.h"
+#include "noyau/plateforme/FichierQt.h"
 
 #include "noyau/erreurs/AlerteErreurFichier.h"
 #include "noyau/erreurs/ExceptionCode.h"
