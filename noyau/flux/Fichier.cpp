@@ -1,14 +1,18 @@
 #include "noyau/flux/Fichier.h"
 
 #include "noyau/erreurs/Exceptions.h"
+#include "noyau/flux/detail/NatureChemin.h"
 #include "noyau/plateforme/RoutinesFichier.h"
 
 #include <QDateTime>
 #include <QFileInfo>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <fstream>
+#include <limits>
+#include <new>
 #include <stdexcept>
 
 namespace sdd {
@@ -39,6 +43,34 @@ UniChaine::Codage CodageUniChaine(ChaineN::Codage codage)
         return UniChaine::kUTF16;
     default:
         return UniChaine::kMacRoman;
+    }
+}
+
+// La taille et les positions tiennent sur 32 bits : un fichier plus grand est refusé plutôt
+// que lu coupé.
+bool TailleAcceptee(std::uint64_t taille)
+{
+    return taille <= std::numeric_limits<unsigned int>::max();
+}
+
+[[noreturn]] void LanceTropGrand(UniChemin const& chemin)
+{
+    throw exceptions::MemoireInsuffisante(chemin + UniChaine(" : fichier de 4 Gio ou plus"));
+}
+
+// Lit tout ce qui reste par morceaux : rien n'est alloué d'après une taille annoncée.
+template <typename Conteneur> void AjouteLeReste(Fichier& fichier, Conteneur& octets)
+{
+    constexpr std::size_t kMorceau = 1 << 16;
+    for (;;) {
+        std::size_t const avant = octets.size();
+        octets.resize(avant + kMorceau);
+        unsigned int const lus =
+            fichier.Donne(kMorceau, reinterpret_cast<unsigned char*>(&octets[avant]));
+        octets.resize(avant + lus);
+        if (lus == 0) {
+            return;
+        }
     }
 }
 
@@ -116,20 +148,45 @@ void Fichier::Init(bool sansBOM, bool appliqueBOM)
     _taille = 0;
     _debutTexte = 0;
     _flux = std::make_unique<std::fstream>();
+    _flux->setstate(std::ios::failbit); // en échec tant que l'ouverture n'a pas réussi
     std::ios::openmode const mode = ModeFlux(_mode);
-    if (mode == std::ios::openmode()) {
-        _flux->setstate(std::ios::failbit); // aucun mode : l'ouverture échoue
+    char const* const chemin = _chemin.PreteCString(UniChaine::kUTF8);
+    if (mode == std::ios::openmode() || !_CheminOuvrable(chemin)) {
         return;
     }
-    _flux->open(_chemin.PreteCString(UniChaine::kUTF8), mode);
+    _flux->open(chemin, mode);
     if (_mode == kLecture && _flux->good()) {
-        _flux->seekg(0, std::ios::end);
-        _taille = static_cast<unsigned int>(_flux->tellg());
-        _flux->seekg(0);
+        _MesureTaille();
     }
     if (_flux->good() && !sansBOM && _mode == kLecture) {
         LisBOM(appliqueBOM);
     }
+}
+
+bool Fichier::_CheminOuvrable(char const* chemin) const
+{
+    detail::NatureChemin const nature = detail::DonneNatureChemin(chemin);
+    if ((_mode & kLecture) == 0) {
+        return nature.AccepteEcriture();
+    }
+    if (nature.EstOrdinaire() && !TailleAcceptee(nature.taille)) {
+        LanceTropGrand(_chemin);
+    }
+    return nature.EstOrdinaire();
+}
+
+void Fichier::_MesureTaille()
+{
+    _flux->seekg(0, std::ios::end);
+    std::streamoff const fin = _flux->tellg();
+    _flux->seekg(0);
+    // Le fichier a pu grandir depuis sa vérification.
+    if (!TailleAcceptee(static_cast<std::uint64_t>(fin))) {
+        _flux->close();
+        _flux->setstate(std::ios::failbit);
+        LanceTropGrand(_chemin);
+    }
+    _taille = static_cast<unsigned int>(fin);
 }
 
 void Fichier::LisBOM(bool applique)
@@ -352,10 +409,7 @@ bool Fichier::DonneLigne(char* tampon, int taille)
 ChaineN Fichier::DonneToutLeResteDuTexte()
 {
     std::string octets;
-    unsigned char morceau[1 << 16];
-    while (unsigned int const lus = Donne(sizeof morceau, morceau)) {
-        octets.append(reinterpret_cast<char const*>(morceau), lus);
-    }
+    AjouteLeReste(*this, octets);
     return ChaineN(octets.data(), _codageChaineN, octets.size());
 }
 
@@ -367,10 +421,10 @@ ChaineN Fichier::DonneToutLeTexte()
 
 std::vector<unsigned char> Fichier::DonneToutLeFichier()
 {
-    PositionneALaFin();
-    std::vector<unsigned char> octets(DonnePosition());
     PositionneAuDebut();
-    octets.resize(Donne(static_cast<unsigned int>(octets.size()), octets.data()));
+    std::vector<unsigned char> octets;
+    octets.reserve(_taille); // mesurée à l'ouverture en lecture, 0 sinon
+    AjouteLeReste(*this, octets);
     return octets;
 }
 
@@ -379,6 +433,10 @@ char* Fichier::DonneToutLeTexte(UniChemin const& chemin, unsigned int& taille)
     Fichier fichier(chemin, kLecture, UniChaine::kUTF8, true);
     if (!fichier.EstEnBonEtat()) {
         throw exceptions::OuvertureEchouee(chemin);
+    }
+    // Là où size_t a 32 bits, 2^32 - 1 octets et leur zéro ne se comptent pas.
+    if (fichier._taille >= std::numeric_limits<std::size_t>::max()) {
+        throw std::bad_alloc();
     }
     std::unique_ptr<char[]> bloc(new char[std::size_t(fichier._taille) + 1]);
     taille = fichier.Donne(fichier._taille, reinterpret_cast<unsigned char*>(bloc.get()));

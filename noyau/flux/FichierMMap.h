@@ -18,8 +18,9 @@ class NOYAU_EXPORT FichierMMap : public FluxEntreeMemoire
 public:
     // Flux vide : rien n'est ouvert.
     FichierMMap();
-    // Tout le fichier. OuvertureEchouee (avec le chemin) s'il ne s'ouvre pas ;
-    // MemoireInsuffisante si la projection est refusée (fichier vide, 4 Gio ou plus).
+    // Tout le fichier. OuvertureEchouee (avec le chemin) s'il ne s'ouvre pas ou n'est pas un
+    // fichier ordinaire (répertoire, tube nommé...) ; MemoireInsuffisante si la projection
+    // est refusée (fichier vide, 4 Gio ou plus).
     explicit FichierMMap(UniChemin const& chemin);
     // longueur octets depuis decalage ; longueur 0 vaut la taille du fichier entier, même
     // après un décalage (la projection déborde alors et est refusée : volontaire).

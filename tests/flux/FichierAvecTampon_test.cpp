@@ -1,5 +1,7 @@
 #include "noyau/flux/FichierAvecTampon.h"
 
+#include "AideCheminsSpeciaux.h"
+
 #include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -110,4 +112,24 @@ TEST(FichierAvecTampon, LectureContreFichier)
     avec.PositionneAuDebut();
     char court[2];
     EXPECT_THROW(for (int i = 0; i < 100; ++i) avec.DonneLigne(court, 2), std::runtime_error);
+}
+
+TEST(FichierAvecTampon, CheminsQuiNeSontPasDesFichiers)
+{
+    QTemporaryDir dossier;
+    aide::CheminsSpeciaux const speciaux(dossier);
+    for (UniChemin const& chemin : speciaux.Tous()) {
+        SCOPED_TRACE(QString(chemin).toStdString());
+        aide::SansBlocage([&] {
+            for (int const mode : {2, 1, 5}) {
+                FichierAvecTampon f(chemin, mode);
+                ASSERT_FALSE(f.EstEnBonEtat()) << mode;
+                EXPECT_EQ(f.DonneTaille(), 0u);
+                EXPECT_EQ(f.Donne(), 0);
+                EXPECT_TRUE(f.EstALaFin());
+                f.Ecris("rien");
+                f.Ferme(); // vide le tampon : rien n'est écrit
+            }
+        });
+    }
 }

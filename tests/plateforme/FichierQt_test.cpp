@@ -3,6 +3,8 @@
 #include "noyau/erreurs/ExceptionCode.h"
 #include "noyau/noyau.h"
 
+#include "../flux/AideCheminsSpeciaux.h"
+
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -67,6 +69,32 @@ TEST(FichierQt, OuverturesEtErreurs)
     EXPECT_EQ(MessageAlerte([&] { dansAbsent.OuvreEnLectureEcriture(); }),
               "Erreur à l’ouverture du fichier.");
     EXPECT_FALSE(dansAbsent.DonneDateModification().isValid());
+}
+
+TEST(FichierQt, CheminsQuiNeSontPasDesFichiers)
+{
+    QTemporaryDir dossier;
+    aide::CheminsSpeciaux const speciaux(dossier);
+    for (UniChemin const& chemin : speciaux.Tous()) {
+        SCOPED_TRACE(QString(chemin).toStdString());
+        aide::SansBlocage([&] {
+            Fichier f(chemin);
+            EXPECT_EQ(MessageAlerte([&] { f.OuvreEnLecture(); }),
+                      "Erreur à l’ouverture du fichier.");
+            EXPECT_EQ(MessageAlerte([&] { f.OuvreEnEcriture(); }),
+                      "Erreur à l’ouverture du fichier.");
+            EXPECT_EQ(MessageAlerte([&] { f.OuvreEnLectureEcriture(); }),
+                      "Erreur à l’ouverture du fichier.");
+            EXPECT_EQ(MessageAlerte([&] { f.Cree(); }), "Erreur à la création du fichier.");
+            EXPECT_FALSE(f.EstOuvert());
+            try {
+                f.DonneToutLeContenu();
+                ADD_FAILURE();
+            } catch (int code) {
+                EXPECT_EQ(code, -1);
+            }
+        });
+    }
 }
 
 // Comme le montre docs/fichiers.md : l'en-tête général et l'espace sdd ouvert, chaque classe
