@@ -1,6 +1,7 @@
 #include "noyau/flux/Fichier.h"
 
 #include "noyau/erreurs/Exceptions.h"
+#include "noyau/flux/detail/LecteurLigne.h"
 #include "noyau/flux/detail/NatureChemin.h"
 #include "noyau/plateforme/RoutinesFichier.h"
 
@@ -13,7 +14,6 @@
 #include <fstream>
 #include <limits>
 #include <new>
-#include <stdexcept>
 
 namespace sdd {
 
@@ -57,6 +57,30 @@ bool TailleAcceptee(std::uint64_t taille)
 {
     throw exceptions::MemoireInsuffisante(chemin + UniChaine(" : fichier de 4 Gio ou plus"));
 }
+
+// Source de lignes : l'octet suivant du tampon du fichier standard, un à la fois.
+class SourceFlux
+{
+public:
+    explicit SourceFlux(std::streambuf& tampon) noexcept : _tampon(tampon) {}
+    char const* Disponibles(std::size_t& n)
+    {
+        int const c = _tampon.sgetc();
+        n = c == std::char_traits<char>::eof() ? 0 : 1;
+        _octet = static_cast<char>(c);
+        return &_octet;
+    }
+    void Consomme(std::size_t n)
+    {
+        for (; n != 0; --n) {
+            _tampon.sbumpc();
+        }
+    }
+
+private:
+    std::streambuf& _tampon;
+    char _octet = 0;
+};
 
 // Lit tout ce qui reste par morceaux : rien n'est alloué d'après une taille annoncée.
 template <typename Conteneur> void AjouteLeReste(Fichier& fichier, Conteneur& octets)
@@ -337,16 +361,11 @@ void Fichier::PositionneALaFin()
 bool Fichier::_LisOctetsLigne(std::string& octets)
 {
     octets.clear();
-    if (_flux == nullptr || !_flux->good()) {
+    if (_flux == nullptr) {
         return false;
     }
-    std::getline(*_flux, octets);
-    // Une dernière ligne sans fin laisse eof : ce n'est pas un échec.
-    bool const pris = !octets.empty() || !_flux->eof();
-    if (_flux->eof()) {
-        _flux->clear(std::ios::eofbit);
-    }
-    return pris;
+    SourceFlux source(*_flux->rdbuf());
+    return detail::LisLigneChaine(source, *_flux, octets);
 }
 
 bool Fichier::_LisLigneBrute(std::string& octets)
@@ -355,11 +374,17 @@ bool Fichier::_LisLigneBrute(std::string& octets)
         return _LisOctetsLigne(octets);
     }
     octets.clear();
+    if (_flux == nullptr || !_flux->good()) {
+        return false; // comme pour les lignes d'octets
+    }
     bool const fort = _codageChaineN == ChaineN::kUTF16BE;
     bool pris = false;
     while (!EstALaFin()) {
         unsigned char paire[2];
         unsigned int const lus = Donne(2, paire);
+        if (lus == 0) {
+            break; // erreur de lecture : la boucle ne tournerait plus sans fin
+        }
         pris = true;
         if (lus == 2 && paire[fort ? 0 : 1] == 0 && paire[fort ? 1 : 0] == '\n') {
             break;
@@ -399,11 +424,8 @@ bool Fichier::DonneLigne(char* tampon, int taille)
     if (_flux == nullptr) {
         return false;
     }
-    _flux->getline(tampon, taille);
-    if (_flux->fail() && !_flux->eof()) {
-        throw std::runtime_error("### Erreur dans sdd::Fichier::DonneLigne()");
-    }
-    return _flux->gcount() > 0;
+    SourceFlux source(*_flux->rdbuf());
+    return detail::LisLigneBornee(source, *_flux, tampon, taille);
 }
 
 ChaineN Fichier::DonneToutLeResteDuTexte()

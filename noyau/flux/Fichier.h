@@ -65,12 +65,14 @@ public:
     // Rend le dernier octet lu.
     virtual void RetireDonne();
     // Ligne suivante dans le codage du fichier, sans sa fin (LF, CR LF) ; la dernière ligne
-    // peut n'avoir pas de fin. Faux, sans toucher à ligne, quand il n'y a plus rien.
+    // peut n'avoir pas de fin. Faux, sans toucher à ligne, quand il n'y a plus rien ou que le
+    // flux est en échec.
     virtual bool DonneLigne(UniChaine& ligne);
     virtual bool DonneLigne(ChaineN& ligne);
-    // Au plus taille - 1 octets jusqu'au LF (passé, non gardé), puis un zéro. Vrai dès qu'un
-    // octet (fin de ligne comprise) a été pris. Une ligne trop longue met le flux en échec :
-    // std::runtime_error.
+    // Comme std::istream::getline : au plus taille - 1 octets jusqu'au LF (passé, non gardé),
+    // puis un zéro ; vrai dès qu'un octet (LF compris) a été pris. Une ligne trop longue met
+    // le flux en échec ; un flux en échec autre que la fin lève std::runtime_error. Faux sur
+    // un fichier fermé.
     virtual bool DonneLigne(char* tampon, int taille);
     void Mets(unsigned char octet) override;
     // N'écrit rien sur un flux en échec.
