@@ -12,7 +12,9 @@ namespace sdd {
 
 // Fichier, ou tranche de fichier, projeté en mémoire en lecture : après la construction,
 // chaque lecture n'est qu'un accès mémoire. Les tampons de TamponEnPretantDonnees lisent la
-// projection elle-même et ne doivent pas lui survivre.
+// projection elle-même et ne doivent pas lui survivre. Un fichier tronqué par un autre
+// processus pendant la projection tue le lecteur (SIGBUS, non intercepté) : on remplace un
+// fichier projeté en renommant un nouveau fichier par-dessus, jamais en le réécrivant.
 class NOYAU_EXPORT FichierMMap : public FluxEntreeMemoire
 {
 public:
