@@ -82,18 +82,22 @@ private:
     char _octet = 0;
 };
 
-// Lit tout ce qui reste par morceaux : rien n'est alloué d'après une taille annoncée.
+// Lit tout ce qui reste : d'abord la place réservée par l'appelant, puis par morceaux. Rien
+// n'est alloué d'après une taille seulement annoncée.
 template <typename Conteneur> void AjouteLeReste(Fichier& fichier, Conteneur& octets)
 {
     constexpr std::size_t kMorceau = 1 << 16;
-    for (;;) {
+    while (!fichier.EstALaFin()) {
         std::size_t const avant = octets.size();
-        octets.resize(avant + kMorceau);
+        unsigned int const voulus = static_cast<unsigned int>(
+            std::min<std::size_t>(std::max(kMorceau, octets.capacity() - avant),
+                                  std::numeric_limits<unsigned int>::max()));
+        octets.resize(avant + voulus);
         unsigned int const lus =
-            fichier.Donne(kMorceau, reinterpret_cast<unsigned char*>(&octets[avant]));
+            fichier.Donne(voulus, reinterpret_cast<unsigned char*>(&octets[avant]));
         octets.resize(avant + lus);
         if (lus == 0) {
-            return;
+            return; // flux en échec
         }
     }
 }
@@ -431,6 +435,8 @@ bool Fichier::DonneLigne(char* tampon, int taille)
 ChaineN Fichier::DonneToutLeResteDuTexte()
 {
     std::string octets;
+    unsigned int const position = DonnePosition();
+    octets.reserve(_taille > position ? _taille - position : 0);
     AjouteLeReste(*this, octets);
     return ChaineN(octets.data(), _codageChaineN, octets.size());
 }
