@@ -12,7 +12,6 @@
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <stdexcept>
 #include <string>
 
 using sdd::ChaineN;
@@ -155,20 +154,6 @@ TEST_F(FichierTest, LignesEtTextes)
     EXPECT_FALSE(g.DonneLigne(l));
     EXPECT_EQ(l, ChaineN(u"hiver"));
     EXPECT_EQ(g.DonneToutLeFichier().size(), utf16.size());
-
-    // Lignes d'octets : le LF est passé, une ligne trop longue est une erreur.
-    Fichier h(Ecris("courtes", "ab\n\nabcdef"), Fichier::kLecture);
-    char tampon[5];
-    ASSERT_TRUE(h.DonneLigne(tampon, 5));
-    EXPECT_STREQ(tampon, "ab");
-    ASSERT_TRUE(h.DonneLigne(tampon, 5));
-    EXPECT_STREQ(tampon, "");
-    try {
-        h.DonneLigne(tampon, 5);
-        FAIL();
-    } catch (std::runtime_error const& e) {
-        EXPECT_STREQ(e.what(), "### Erreur dans sdd::Fichier::DonneLigne()");
-    }
 }
 
 TEST_F(FichierTest, ToutLeFichierEtQuestions)
