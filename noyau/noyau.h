@@ -54,7 +54,7 @@
 #include "noyau/lexique/TableChaineT.h"
 #include "noyau/lexique/TableTriee.h"
 #include "noyau/lexique/TableTrieeNoyau.h"
-#include "noyau/plateforme/Fichier.h"
+#include "noyau/plateforme/FichierQt.h"
 #include "noyau/plateforme/JournalAbs.h"
 #include "noyau/plateforme/RoutinesFichier.h"
 #include "noyau/plateforme/RoutinesGeneralesQt.h"

@@ -1,15 +1,19 @@
 #include "noyau/flux/Fichier.h"
 
 #include "noyau/erreurs/Exceptions.h"
+#include "noyau/flux/detail/LecteurLigne.h"
+#include "noyau/flux/detail/NatureChemin.h"
 #include "noyau/plateforme/RoutinesFichier.h"
 
 #include <QDateTime>
 #include <QFileInfo>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <fstream>
-#include <stdexcept>
+#include <limits>
+#include <new>
 
 namespace sdd {
 
@@ -39,6 +43,62 @@ UniChaine::Codage CodageUniChaine(ChaineN::Codage codage)
         return UniChaine::kUTF16;
     default:
         return UniChaine::kMacRoman;
+    }
+}
+
+// La taille et les positions tiennent sur 32 bits : un fichier plus grand est refusé plutôt
+// que lu coupé.
+bool TailleAcceptee(std::uint64_t taille)
+{
+    return taille <= std::numeric_limits<unsigned int>::max();
+}
+
+[[noreturn]] void LanceTropGrand(UniChemin const& chemin)
+{
+    throw exceptions::MemoireInsuffisante(chemin + UniChaine(" : fichier de 4 Gio ou plus"));
+}
+
+// Source de lignes : l'octet suivant du tampon du fichier standard, un à la fois.
+class SourceFlux
+{
+public:
+    explicit SourceFlux(std::streambuf& tampon) noexcept : _tampon(tampon) {}
+    char const* Disponibles(std::size_t& n)
+    {
+        int const c = _tampon.sgetc();
+        n = c == std::char_traits<char>::eof() ? 0 : 1;
+        _octet = static_cast<char>(c);
+        return &_octet;
+    }
+    void Consomme(std::size_t n)
+    {
+        for (; n != 0; --n) {
+            _tampon.sbumpc();
+        }
+    }
+
+private:
+    std::streambuf& _tampon;
+    char _octet = 0;
+};
+
+// Lit tout ce qui reste : d'abord la place réservée par l'appelant, puis par morceaux. Rien
+// n'est alloué d'après une taille seulement annoncée.
+template <typename Conteneur> void AjouteLeReste(Fichier& fichier, Conteneur& octets)
+{
+    constexpr std::size_t kMorceau = 1 << 16;
+    while (!fichier.EstALaFin()) {
+        std::size_t const avant = octets.size();
+        unsigned int const voulus = static_cast<unsigned int>(
+            std::min<std::size_t>(std::max(kMorceau, octets.capacity() - avant),
+                                  std::numeric_limits<unsigned int>::max()));
+        octets.resize(avant + voulus);
+        unsigned int const lus =
+            fichier.Donne(voulus, reinterpret_cast<unsigned char*>(&octets[avant]));
+        octets.resize(avant + lus);
+        if (lus == 0) {
+            return; // flux en échec
+        }
     }
 }
 
@@ -116,20 +176,45 @@ void Fichier::Init(bool sansBOM, bool appliqueBOM)
     _taille = 0;
     _debutTexte = 0;
     _flux = std::make_unique<std::fstream>();
+    _flux->setstate(std::ios::failbit); // en échec tant que l'ouverture n'a pas réussi
     std::ios::openmode const mode = ModeFlux(_mode);
-    if (mode == std::ios::openmode()) {
-        _flux->setstate(std::ios::failbit); // aucun mode : l'ouverture échoue
+    char const* const chemin = _chemin.PreteCString(UniChaine::kUTF8);
+    if (mode == std::ios::openmode() || !_CheminOuvrable(chemin)) {
         return;
     }
-    _flux->open(_chemin.PreteCString(UniChaine::kUTF8), mode);
+    _flux->open(chemin, mode);
     if (_mode == kLecture && _flux->good()) {
-        _flux->seekg(0, std::ios::end);
-        _taille = static_cast<unsigned int>(_flux->tellg());
-        _flux->seekg(0);
+        _MesureTaille();
     }
     if (_flux->good() && !sansBOM && _mode == kLecture) {
         LisBOM(appliqueBOM);
     }
+}
+
+bool Fichier::_CheminOuvrable(char const* chemin) const
+{
+    detail::NatureChemin const nature = detail::DonneNatureChemin(chemin);
+    if ((_mode & kLecture) == 0) {
+        return nature.AccepteEcriture();
+    }
+    if (nature.EstOrdinaire() && !TailleAcceptee(nature.taille)) {
+        LanceTropGrand(_chemin);
+    }
+    return nature.EstOrdinaire();
+}
+
+void Fichier::_MesureTaille()
+{
+    _flux->seekg(0, std::ios::end);
+    std::streamoff const fin = _flux->tellg();
+    _flux->seekg(0);
+    // Le fichier a pu grandir depuis sa vérification.
+    if (!TailleAcceptee(static_cast<std::uint64_t>(fin))) {
+        _flux->close();
+        _flux->setstate(std::ios::failbit);
+        LanceTropGrand(_chemin);
+    }
+    _taille = static_cast<unsigned int>(fin);
 }
 
 void Fichier::LisBOM(bool applique)
@@ -280,16 +365,11 @@ void Fichier::PositionneALaFin()
 bool Fichier::_LisOctetsLigne(std::string& octets)
 {
     octets.clear();
-    if (_flux == nullptr || !_flux->good()) {
+    if (_flux == nullptr) {
         return false;
     }
-    std::getline(*_flux, octets);
-    // Une dernière ligne sans fin laisse eof : ce n'est pas un échec.
-    bool const pris = !octets.empty() || !_flux->eof();
-    if (_flux->eof()) {
-        _flux->clear(std::ios::eofbit);
-    }
-    return pris;
+    SourceFlux source(*_flux->rdbuf());
+    return detail::LisLigneChaine(source, *_flux, octets);
 }
 
 bool Fichier::_LisLigneBrute(std::string& octets)
@@ -298,11 +378,17 @@ bool Fichier::_LisLigneBrute(std::string& octets)
         return _LisOctetsLigne(octets);
     }
     octets.clear();
+    if (_flux == nullptr || !_flux->good()) {
+        return false; // comme pour les lignes d'octets
+    }
     bool const fort = _codageChaineN == ChaineN::kUTF16BE;
     bool pris = false;
     while (!EstALaFin()) {
         unsigned char paire[2];
         unsigned int const lus = Donne(2, paire);
+        if (lus == 0) {
+            break; // erreur de lecture : la boucle ne tournerait plus sans fin
+        }
         pris = true;
         if (lus == 2 && paire[fort ? 0 : 1] == 0 && paire[fort ? 1 : 0] == '\n') {
             break;
@@ -342,20 +428,16 @@ bool Fichier::DonneLigne(char* tampon, int taille)
     if (_flux == nullptr) {
         return false;
     }
-    _flux->getline(tampon, taille);
-    if (_flux->fail() && !_flux->eof()) {
-        throw std::runtime_error("### Erreur dans sdd::Fichier::DonneLigne()");
-    }
-    return _flux->gcount() > 0;
+    SourceFlux source(*_flux->rdbuf());
+    return detail::LisLigneBornee(source, *_flux, tampon, taille);
 }
 
 ChaineN Fichier::DonneToutLeResteDuTexte()
 {
     std::string octets;
-    unsigned char morceau[1 << 16];
-    while (unsigned int const lus = Donne(sizeof morceau, morceau)) {
-        octets.append(reinterpret_cast<char const*>(morceau), lus);
-    }
+    unsigned int const position = DonnePosition();
+    octets.reserve(_taille > position ? _taille - position : 0);
+    AjouteLeReste(*this, octets);
     return ChaineN(octets.data(), _codageChaineN, octets.size());
 }
 
@@ -367,10 +449,10 @@ ChaineN Fichier::DonneToutLeTexte()
 
 std::vector<unsigned char> Fichier::DonneToutLeFichier()
 {
-    PositionneALaFin();
-    std::vector<unsigned char> octets(DonnePosition());
     PositionneAuDebut();
-    octets.resize(Donne(static_cast<unsigned int>(octets.size()), octets.data()));
+    std::vector<unsigned char> octets;
+    octets.reserve(_taille); // mesurée à l'ouverture en lecture, 0 sinon
+    AjouteLeReste(*this, octets);
     return octets;
 }
 
@@ -379,6 +461,10 @@ char* Fichier::DonneToutLeTexte(UniChemin const& chemin, unsigned int& taille)
     Fichier fichier(chemin, kLecture, UniChaine::kUTF8, true);
     if (!fichier.EstEnBonEtat()) {
         throw exceptions::OuvertureEchouee(chemin);
+    }
+    // Là où size_t a 32 bits, 2^32 - 1 octets et leur zéro ne se comptent pas.
+    if (fichier._taille >= std::numeric_limits<std::size_t>::max()) {
+        throw std::bad_alloc();
     }
     std::unique_ptr<char[]> bloc(new char[std::size_t(fichier._taille) + 1]);
     taille = fichier.Donne(fichier._taille, reinterpret_cast<unsigned char*>(bloc.get()));

@@ -46,7 +46,10 @@ public:
     void PositionneALaFin() override;
 
     // Ouvre selon le mode ; sans sansBOM et en lecture seule, lit la marque d'ordre des octets
-    // et, si appliqueBOM, prend le codage qu'elle désigne.
+    // et, si appliqueBOM, prend le codage qu'elle désigne. Lire demande un fichier ordinaire,
+    // écrire un fichier ordinaire ou absent (un tube nommé bloquerait) : sinon l'ouverture
+    // échoue. Lire un fichier de 4 Gio ou plus lève MemoireInsuffisante ; le flux reste en
+    // échec.
     virtual void Init(bool sansBOM, bool appliqueBOM);
     // Le codage donné reste : la marque est seulement passée.
     virtual void Ouvre(UniChemin const& chemin, int mode, UniChaine::Codage codage,
@@ -62,12 +65,14 @@ public:
     // Rend le dernier octet lu.
     virtual void RetireDonne();
     // Ligne suivante dans le codage du fichier, sans sa fin (LF, CR LF) ; la dernière ligne
-    // peut n'avoir pas de fin. Faux, sans toucher à ligne, quand il n'y a plus rien.
+    // peut n'avoir pas de fin. Faux, sans toucher à ligne, quand il n'y a plus rien ou que le
+    // flux est en échec.
     virtual bool DonneLigne(UniChaine& ligne);
     virtual bool DonneLigne(ChaineN& ligne);
-    // Au plus taille - 1 octets jusqu'au LF (passé, non gardé), puis un zéro. Vrai dès qu'un
-    // octet (fin de ligne comprise) a été pris. Une ligne trop longue met le flux en échec :
-    // std::runtime_error.
+    // Comme std::istream::getline : au plus taille - 1 octets jusqu'au LF (passé, non gardé),
+    // puis un zéro ; vrai dès qu'un octet (LF compris) a été pris. Une ligne trop longue met
+    // le flux en échec ; un flux en échec autre que la fin lève std::runtime_error. Faux sur
+    // un fichier fermé.
     virtual bool DonneLigne(char* tampon, int taille);
     void Mets(unsigned char octet) override;
     // N'écrit rien sur un flux en échec.
@@ -81,7 +86,8 @@ public:
     ChaineN DonneToutLeResteDuTexte();
     std::vector<unsigned char> DonneToutLeFichier();
     // Le contenu entier du fichier en chemin, dans un bloc new[] que l'appelant libère
-    // (suivi d'un zéro hors taille). OuvertureEchouee si le fichier ne se lit pas.
+    // (suivi d'un zéro hors taille). OuvertureEchouee si le fichier ne se lit pas (ou n'est
+    // pas un fichier ordinaire), MemoireInsuffisante à 4 Gio ou plus.
     static char* DonneToutLeTexte(UniChemin const& chemin, unsigned int& taille);
 
     UniChemin const& DonneChemin() const noexcept { return _chemin; }
@@ -120,6 +126,13 @@ protected:
     UniChaine::Codage _codage = UniChaine::kUTF8;
     ChaineN::Codage _codageChaineN = ChaineN::kUTF8;
     unsigned int _debutTexte = 0; // octets de la marque passée
+
+private:
+    // Ce que désigne le chemin convient au mode (fichier ordinaire pour lire, absent ou
+    // ordinaire pour écrire) ; MemoireInsuffisante pour lire 4 Gio ou plus.
+    bool _CheminOuvrable(char const* chemin) const;
+    // Taille en lecture seule ; MemoireInsuffisante, flux fermé, à 4 Gio ou plus.
+    void _MesureTaille();
 };
 
 } // namespace sdd

@@ -1,9 +1,10 @@
 #include "noyau/flux/FichierAvecTampon.h"
 
+#include "noyau/flux/detail/LecteurLigne.h"
+
 #include <algorithm>
 #include <cstring>
 #include <fstream>
-#include <stdexcept>
 
 namespace sdd {
 
@@ -39,7 +40,9 @@ void FichierAvecTampon::Ferme()
 
 bool FichierAvecTampon::EstEnBonEtat() const
 {
-    return Fichier::EstEnBonEtat() || (_etat == kEnLecture && _debut < _fin);
+    // Ce qui reste dans le tampon se lit encore, sauf après un échec (ligne trop longue).
+    return Fichier::EstEnBonEtat() ||
+           (_flux != nullptr && !_flux->fail() && _etat == kEnLecture && _debut < _fin);
 }
 
 // --- Tampon ---
@@ -131,6 +134,7 @@ unsigned int FichierAvecTampon::Donne(unsigned int n, unsigned char* dest)
 void FichierAvecTampon::RetireDonne()
 {
     if (_etat == kEnLecture && _debut > 0) {
+        _flux->clear(); // comme sans tampon : l'octet rendu efface la fin et l'échec
         --_debut;
         return;
     }
@@ -155,66 +159,44 @@ void FichierAvecTampon::PositionneALaFin()
     Fichier::PositionneALaFin();
 }
 
+// Source de lignes : les octets du tampon, rempli depuis le fichier quand il est vide.
+class FichierAvecTampon::SourceLignes
+{
+public:
+    explicit SourceLignes(FichierAvecTampon& fichier) noexcept : _fichier(fichier) {}
+    char const* Disponibles(std::size_t& n)
+    {
+        if (_fichier._debut == _fichier._fin) {
+            _fichier._Remplis();
+        }
+        n = _fichier._fin - _fichier._debut;
+        return reinterpret_cast<char const*>(_fichier._tampon.get() + _fichier._debut);
+    }
+    void Consomme(std::size_t n) noexcept { _fichier._debut += static_cast<unsigned int>(n); }
+
+private:
+    FichierAvecTampon& _fichier;
+};
+
 bool FichierAvecTampon::_LisOctetsLigne(std::string& octets)
 {
     AjusteTamponPourLecture();
     octets.clear();
-    bool pris = false;
-    for (;;) {
-        if (_debut == _fin && !_Remplis()) {
-            return pris;
-        }
-        pris = true;
-        unsigned char const* const debut = _tampon.get() + _debut;
-        auto const* lf = static_cast<unsigned char const*>(std::memchr(debut, '\n', _fin - _debut));
-        unsigned int const n = lf != nullptr ? unsigned(lf - debut) : _fin - _debut;
-        octets.append(reinterpret_cast<char const*>(debut), n);
-        _debut += n;
-        if (lf != nullptr) {
-            ++_debut;
-            return true;
-        }
+    if (_flux == nullptr) {
+        return false;
     }
+    SourceLignes source(*this);
+    return detail::LisLigneChaine(source, *_flux, octets);
 }
 
 bool FichierAvecTampon::DonneLigne(char* tampon, int taille)
 {
-    // Comme la version sans tampon : au plus taille - 1 octets, LF passé, et une ligne trop
-    // longue pour la place est une erreur.
     AjusteTamponPourLecture();
-    if (_flux == nullptr || taille <= 0) {
+    if (_flux == nullptr) {
         return false;
     }
-    unsigned int const place = unsigned(taille) - 1;
-    unsigned int copies = 0;
-    bool pris = false;
-    for (;;) {
-        if (_debut == _fin && !_Remplis()) {
-            break;
-        }
-        pris = true;
-        unsigned char const* const debut = _tampon.get() + _debut;
-        unsigned int const dispo = _fin - _debut;
-        auto const* lf = static_cast<unsigned char const*>(std::memchr(debut, '\n', dispo));
-        unsigned int const n = lf != nullptr ? unsigned(lf - debut) : dispo;
-        if (copies + n > place) {
-            unsigned int const tient = place - copies;
-            std::memcpy(tampon + copies, debut, tient);
-            tampon[place] = 0;
-            _debut += tient;
-            _flux->setstate(std::ios::failbit);
-            throw std::runtime_error("### Erreur dans sdd::Fichier::DonneLigne()");
-        }
-        std::memcpy(tampon + copies, debut, n);
-        copies += n;
-        _debut += n;
-        if (lf != nullptr) {
-            ++_debut;
-            break;
-        }
-    }
-    tampon[copies] = 0;
-    return pris;
+    SourceLignes source(*this);
+    return detail::LisLigneBornee(source, *_flux, tampon, taille);
 }
 
 // --- Écriture ---

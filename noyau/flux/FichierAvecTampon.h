@@ -39,6 +39,7 @@ public:
     void Ferme() override;
     bool EstEnBonEtat() const override;
     void RetireDonne() override;
+    // Les lignes passent par le tampon, avec les règles de Fichier.
     bool DonneLigne(char* tampon, int taille) override;
     using Fichier::DonneLigne;
     void Mets(unsigned char octet) override
@@ -60,6 +61,8 @@ protected:
     bool _LisOctetsLigne(std::string& octets) override;
 
 private:
+    class SourceLignes;
+
     enum eEtat : unsigned char
     {
         kLibre,

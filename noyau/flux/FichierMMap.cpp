@@ -2,6 +2,7 @@
 
 #include "noyau/erreurs/Exceptions.h"
 #include "noyau/flux/TamponMemoire.h"
+#include "noyau/flux/detail/NatureChemin.h"
 
 #include <QFile>
 
@@ -38,7 +39,11 @@ void FichierMMap::Ouvrir(UniChemin const& chemin, unsigned long decalage, unsign
     }
     // Tenu par _fichier dès sa création : un constructeur qui échoue le libère.
     _fichier = std::make_unique<QFile>(QString(chemin));
-    if (!_fichier->open(QIODevice::ReadOnly)) {
+    // Seul un fichier ordinaire se projette ; ouvrir un tube nommé bloquerait.
+    bool const ordinaire =
+        detail::DonneNatureChemin(QFile::encodeName(_fichier->fileName()).constData())
+            .EstOrdinaire();
+    if (!ordinaire || !_fichier->open(QIODevice::ReadOnly)) {
         throw exceptions::OuvertureEchouee(chemin);
     }
     std::uint64_t const tailleFichier = static_cast<std::uint64_t>(_fichier->size());

@@ -12,14 +12,17 @@ namespace sdd {
 
 // Fichier, ou tranche de fichier, projeté en mémoire en lecture : après la construction,
 // chaque lecture n'est qu'un accès mémoire. Les tampons de TamponEnPretantDonnees lisent la
-// projection elle-même et ne doivent pas lui survivre.
+// projection elle-même et ne doivent pas lui survivre. Un fichier tronqué par un autre
+// processus pendant la projection tue le lecteur (SIGBUS, non intercepté) : on remplace un
+// fichier projeté en renommant un nouveau fichier par-dessus, jamais en le réécrivant.
 class NOYAU_EXPORT FichierMMap : public FluxEntreeMemoire
 {
 public:
     // Flux vide : rien n'est ouvert.
     FichierMMap();
-    // Tout le fichier. OuvertureEchouee (avec le chemin) s'il ne s'ouvre pas ;
-    // MemoireInsuffisante si la projection est refusée (fichier vide, 4 Gio ou plus).
+    // Tout le fichier. OuvertureEchouee (avec le chemin) s'il ne s'ouvre pas ou n'est pas un
+    // fichier ordinaire (répertoire, tube nommé...) ; MemoireInsuffisante si la projection
+    // est refusée (fichier vide, 4 Gio ou plus).
     explicit FichierMMap(UniChemin const& chemin);
     // longueur octets depuis decalage ; longueur 0 vaut la taille du fichier entier, même
     // après un décalage (la projection déborde alors et est refusée : volontaire).

@@ -3,6 +3,8 @@
 #include "noyau/erreurs/Exceptions.h"
 #include "noyau/flux/TamponMemoire.h"
 
+#include "AideCheminsSpeciaux.h"
+
 #include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -120,4 +122,19 @@ TEST_F(FichierMMapTest, TranchesEtEchecs)
     EXPECT_EQ(tampon->DonneDonnees(), f.Ptr());
     EXPECT_EQ(tampon->DonneTaille(), 5000u);
     EXPECT_EQ(tampon->DonnePosition(), 0u);
+}
+
+TEST_F(FichierMMapTest, CheminsQuiNeSontPasDesFichiers)
+{
+    aide::CheminsSpeciaux const speciaux(_dossier);
+    for (UniChemin const& chemin : speciaux.Tous()) {
+        aide::SansBlocage([&] {
+            EXPECT_EQ(aide::ExplicationDe<sdd::exceptions::OuvertureEchouee>(
+                          [&] { FichierMMap{chemin}; }),
+                      aide::Texte(chemin));
+        });
+    }
+    // 4 Gio et plus : refusé comme toute projection impossible, sans texte.
+    UniChemin const grand = aide::FichierCreux(_dossier, "grand", 0x100000003ull);
+    EXPECT_EQ(aide::ExplicationDe<MemoireInsuffisante>([&] { FichierMMap{grand}; }), "");
 }

@@ -1,7 +1,10 @@
 #include "noyau/flux/Fichier.h"
 
 #include "noyau/erreurs/Exceptions.h"
+#include "noyau/flux/FichierAvecTampon.h"
 #include "noyau/flux/TamponMemoire.h"
+
+#include "AideCheminsSpeciaux.h"
 
 #include <QDate>
 #include <QFile>
@@ -9,7 +12,6 @@
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <stdexcept>
 #include <string>
 
 using sdd::ChaineN;
@@ -152,20 +154,6 @@ TEST_F(FichierTest, LignesEtTextes)
     EXPECT_FALSE(g.DonneLigne(l));
     EXPECT_EQ(l, ChaineN(u"hiver"));
     EXPECT_EQ(g.DonneToutLeFichier().size(), utf16.size());
-
-    // Lignes d'octets : le LF est passé, une ligne trop longue est une erreur.
-    Fichier h(Ecris("courtes", "ab\n\nabcdef"), Fichier::kLecture);
-    char tampon[5];
-    ASSERT_TRUE(h.DonneLigne(tampon, 5));
-    EXPECT_STREQ(tampon, "ab");
-    ASSERT_TRUE(h.DonneLigne(tampon, 5));
-    EXPECT_STREQ(tampon, "");
-    try {
-        h.DonneLigne(tampon, 5);
-        FAIL();
-    } catch (std::runtime_error const& e) {
-        EXPECT_STREQ(e.what(), "### Erreur dans sdd::Fichier::DonneLigne()");
-    }
 }
 
 TEST_F(FichierTest, ToutLeFichierEtQuestions)
@@ -213,4 +201,69 @@ TEST_F(FichierTest, ToutLeFichierEtQuestions)
     EXPECT_TRUE(Fichier::SupprimeFichier(chemin));
     EXPECT_FALSE(Fichier::FichierExiste(chemin));
     EXPECT_FALSE(Fichier::SupprimeFichier(chemin));
+}
+
+TEST_F(FichierTest, CheminsQuiNeSontPasDesFichiers)
+{
+    aide::CheminsSpeciaux const speciaux(_dossier);
+    for (UniChemin const& chemin : speciaux.Tous()) {
+        SCOPED_TRACE(QString(chemin).toStdString());
+        aide::SansBlocage([&] {
+            // Aucun mode ne s'ouvre : ni lecture (bit 2, mode 3 compris), ni écriture.
+            for (int const mode : {2, 3, 1, 5}) {
+                Fichier f(chemin, mode);
+                ASSERT_FALSE(f.EstEnBonEtat()) << mode;
+                EXPECT_EQ(f.DonneTaille(), 0u);
+                EXPECT_TRUE(f.EstALaFin());
+                EXPECT_EQ(f.Donne(), 0);
+                EXPECT_TRUE(f.DonneToutLeFichier().empty());
+                f.Ecris("rien");
+            }
+            using sdd::exceptions::OuvertureEchouee;
+            EXPECT_EQ(aide::ExplicationDe<OuvertureEchouee>([&] {
+                          unsigned int taille = 0;
+                          delete[] Fichier::DonneToutLeTexte(chemin, taille);
+                      }),
+                      aide::Texte(chemin));
+            EXPECT_EQ(aide::ExplicationDe<OuvertureEchouee>([&] { sdd::TamponMemoire{chemin}; }),
+                      aide::Texte(chemin));
+        });
+    }
+    // Le lien vers un fichier ordinaire est suivi.
+    UniChemin const lien = Chemin("lien-fichier");
+    ASSERT_TRUE(QFile::link(Ecris("cible", "contenu"), lien));
+    Fichier f(lien, Fichier::kLecture);
+    EXPECT_EQ(f.DonneTaille(), 7u);
+    EXPECT_EQ(f.DonneToutLeTexte(), ChaineN(u"contenu"));
+}
+
+TEST_F(FichierTest, QuatreGioEtPlus)
+{
+    // Le plus grand fichier dont la taille tient sur 32 bits s'ouvre encore.
+    UniChemin const limite = aide::FichierCreux(_dossier, "limite", 0xFFFFFFFFull);
+    for (int const mode : {2, 3}) {
+        Fichier f(limite, mode);
+        EXPECT_TRUE(f.EstEnBonEtat());
+        EXPECT_EQ(f.DonneTaille(), mode == 2 ? 0xFFFFFFFFu : 0u); // mesurée au mode 2 seulement
+    }
+    sdd::FichierAvecTampon tampon(limite, Fichier::kLecture);
+    EXPECT_EQ(tampon.DonneTaille(), 0xFFFFFFFFu);
+
+    // Au-delà, toute lecture est refusée, jamais coupée modulo 2^32 ; l'écriture reste permise.
+    for (std::uint64_t const taille : {0x100000000ull, 0x100000003ull}) {
+        UniChemin const grand = aide::FichierCreux(_dossier, "grand", taille);
+        std::string const attendu = aide::Texte(grand) + " : fichier de 4 Gio ou plus";
+        auto const refus = [&](auto lecture) {
+            EXPECT_EQ(aide::ExplicationDe<sdd::exceptions::MemoireInsuffisante>(lecture), attendu);
+        };
+        refus([&] { Fichier(grand, Fichier::kLecture); });
+        refus([&] { Fichier(grand, Fichier::kLecture | Fichier::kEcriture); });
+        refus([&] { sdd::FichierAvecTampon(grand, Fichier::kLecture); });
+        refus([&] { sdd::TamponMemoire{grand}; });
+        Fichier f;
+        refus([&] { f.OuvreEnLectureSeule(grand); });
+        EXPECT_FALSE(f.EstEnBonEtat()); // l'objet reste utilisable, fermé
+        EXPECT_EQ(f.DonneTaille(), 0u);
+        EXPECT_TRUE(Fichier(grand, Fichier::kEcriture | Fichier::kAjout).EstEnBonEtat());
+    }
 }

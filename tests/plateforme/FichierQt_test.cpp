@@ -1,6 +1,9 @@
-#include "noyau/plateforme/Fichier.h"
+#include "noyau/plateforme/FichierQt.h"
 
 #include "noyau/erreurs/ExceptionCode.h"
+#include "noyau/noyau.h"
+
+#include "../flux/AideCheminsSpeciaux.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -66,4 +69,42 @@ TEST(FichierQt, OuverturesEtErreurs)
     EXPECT_EQ(MessageAlerte([&] { dansAbsent.OuvreEnLectureEcriture(); }),
               "Erreur à l’ouverture du fichier.");
     EXPECT_FALSE(dansAbsent.DonneDateModification().isValid());
+}
+
+TEST(FichierQt, CheminsQuiNeSontPasDesFichiers)
+{
+    QTemporaryDir dossier;
+    aide::CheminsSpeciaux const speciaux(dossier);
+    for (UniChemin const& chemin : speciaux.Tous()) {
+        SCOPED_TRACE(QString(chemin).toStdString());
+        aide::SansBlocage([&] {
+            Fichier f(chemin);
+            EXPECT_EQ(MessageAlerte([&] { f.OuvreEnLecture(); }),
+                      "Erreur à l’ouverture du fichier.");
+            EXPECT_EQ(MessageAlerte([&] { f.OuvreEnEcriture(); }),
+                      "Erreur à l’ouverture du fichier.");
+            EXPECT_EQ(MessageAlerte([&] { f.OuvreEnLectureEcriture(); }),
+                      "Erreur à l’ouverture du fichier.");
+            EXPECT_EQ(MessageAlerte([&] { f.Cree(); }), "Erreur à la création du fichier.");
+            EXPECT_FALSE(f.EstOuvert());
+            try {
+                f.DonneToutLeContenu();
+                ADD_FAILURE();
+            } catch (int code) {
+                EXPECT_EQ(code, -1);
+            }
+        });
+    }
+}
+
+// Comme le montre docs/fichiers.md : l'en-tête général et l'espace sdd ouvert, chaque classe
+// se nomme par son espace.
+using namespace sdd;
+
+TEST(FichierQt, NomDansEspaceGlobal)
+{
+    QTemporaryDir dossier;
+    UniChemin const chemin(dossier.filePath("f"));
+    sdd::Fichier(chemin, sdd::Fichier::kEcriture).Ecris("octets");
+    EXPECT_EQ(::Fichier(chemin).DonneToutLeContenu(), QByteArray("octets"));
 }

@@ -10,9 +10,12 @@
 
 class QFile;
 
-// Fichier vu par Qt (à ne pas confondre avec sdd::Fichier, le flux d'octets). Les échecs
-// d'ouverture, de création et d'écriture lancent ExceptionCode, avec une alerte d'erreur de
-// fichier dont l'explication est toujours le texte du code 0 (volontaire).
+// Fichier vu par Qt (à ne pas confondre avec sdd::Fichier, le flux d'octets : sous
+// « using namespace sdd », écrire ::Fichier pour celui-ci et sdd::Fichier pour l'autre). Les
+// échecs d'ouverture, de création et d'écriture lancent ExceptionCode, avec une alerte
+// d'erreur de fichier dont l'explication est toujours le texte du code 0 (volontaire). Un
+// chemin qui n'est pas un fichier ordinaire (répertoire, tube nommé...) ne s'ouvre pas ; pour
+// écrire, il peut aussi être absent.
 class NOYAU_EXPORT Fichier
 {
 public:

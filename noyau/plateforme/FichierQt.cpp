@@ -1,8 +1,9 @@
-#include "noyau/plateforme/Fichier.h"
+#include "noyau/plateforme/FichierQt.h"
 
 #include "noyau/erreurs/AlerteErreurFichier.h"
 #include "noyau/erreurs/ExceptionCode.h"
 #include "noyau/erreurs/Exceptions.h"
+#include "noyau/flux/detail/NatureChemin.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -14,6 +15,15 @@ namespace {
 [[noreturn]] void LanceErreurFichier(int codeMessage)
 {
     throw ExceptionCode(CreeAlerteErreurFichier(3, codeMessage, 0, -1, -1, -1));
+}
+
+// Lire demande un fichier ordinaire, écrire un fichier ordinaire ou absent : ouvrir un tube
+// nommé bloquerait, et un répertoire ou un périphérique ne sont pas des fichiers.
+bool CheminAccepte(QFile const& fichier, QIODevice::OpenMode mode)
+{
+    sdd::detail::NatureChemin const nature =
+        sdd::detail::DonneNatureChemin(QFile::encodeName(fichier.fileName()).constData());
+    return (mode & QIODevice::WriteOnly) ? nature.AccepteEcriture() : nature.EstOrdinaire();
 }
 
 constexpr int kCreation = 2;
@@ -51,7 +61,8 @@ bool Fichier::EstOuvert() const
 void Fichier::_Ouvre(int mode, int codeMessage)
 {
     _fichier->close();
-    if (!_fichier->open(QIODevice::OpenMode(mode))) {
+    QIODevice::OpenMode const modeQt(mode);
+    if (!CheminAccepte(*_fichier, modeQt) || !_fichier->open(modeQt)) {
         LanceErreurFichier(codeMessage);
     }
 }
@@ -102,7 +113,7 @@ void Fichier::Purge()
 QByteArray Fichier::DonneToutLeContenu() const
 {
     QFile fichier(_chemin);
-    if (!fichier.open(QIODevice::ReadOnly)) {
+    if (!CheminAccepte(fichier, QIODevice::ReadOnly) || !fichier.open(QIODevice::ReadOnly)) {
         LanceException(-1);
     }
     return fichier.readAll();
