@@ -2,6 +2,7 @@
 
 #include "noyau/erreurs/DAlerteInfo.h"
 #include "noyau/erreurs/Exceptions.h"
+#include "noyau/flux/detail/NatureChemin.h"
 #include "noyau/plateforme/RoutinesGeneralesQt.h"
 
 #include <QDateTime>
@@ -21,6 +22,13 @@ public:
     JournalFichier(QString const& chemin, bool remiseAZero) : _fichier(chemin)
     {
         QDir().mkpath(QFileInfo(chemin).absolutePath());
+        // Un tube nommé bloquerait l'ouverture jusqu'à son lecteur : comme toute classe qui
+        // ouvre un chemin, le journal ne va qu'à un fichier ordinaire (ou qu'il crée).
+        if (!sdd::detail::DonneNatureChemin(QFile::encodeName(chemin).constData())
+                 .AccepteEcriture()) {
+            throw sdd::exceptions::OuvertureEchouee(
+                UniChaine(chemin + QStringLiteral(" (pas un fichier ordinaire)")));
+        }
         // Sans tampon : chaque ligne va au système dès son écriture.
         QIODevice::OpenMode const mode = QIODevice::WriteOnly | QIODevice::Unbuffered |
                                          (remiseAZero ? QIODevice::Truncate : QIODevice::Append);

@@ -2,6 +2,8 @@
 #include "noyau/erreurs/Exceptions.h"
 #include "noyau/plateforme/JournalAbs.h"
 
+#include "../flux/AideCheminsSpeciaux.h"
+
 #include <QCoreApplication>
 #include <QFile>
 #include <QRegularExpression>
@@ -116,4 +118,20 @@ TEST(JournalAbs, EmplacementParDefaut)
     EXPECT_TRUE(QFile::exists(donnees.filePath("Essai/Essai.log")));
     QCoreApplication::setApplicationName(QString());
     qunsetenv("XDG_DATA_HOME");
+}
+
+// Un journal ne s'ouvre que sur un fichier ordinaire : sur un tube nommé, il ne bloque pas.
+TEST(JournalAbs, CheminsQuiNeSontPasDesFichiers)
+{
+    QTemporaryDir dossier;
+    aide::CheminsSpeciaux const speciaux(dossier);
+    for (UniChemin const& chemin : speciaux.Tous()) {
+        QFileInfo const info(chemin);
+        aide::SansBlocage([&] {
+            EXPECT_THROW(delete JournalAbs::CreeJournalAvecPreference(info.absolutePath(),
+                                                                      info.fileName(), "x", false),
+                         sdd::exceptions::OuvertureEchouee)
+                << aide::Texte(chemin);
+        });
+    }
 }
