@@ -145,6 +145,18 @@ Noeud* TableChaineNoyau::TrouveEmplacement(ChaineN const& clef) const
 
 Noeud* TableChaineNoyau::TrouveEmplacementEtInsere(ChaineN const& clef, bool* dejaPresente)
 {
+    return _Insere(clef, dejaPresente, nullptr);
+}
+
+Noeud* TableChaineNoyau::TrouveEmplacementEtInsere(ChaineN const& clef, bool* dejaPresente,
+                                                   Preparation const& prepare)
+{
+    return _Insere(clef, dejaPresente, &prepare);
+}
+
+Noeud* TableChaineNoyau::_Insere(ChaineN const& clef, bool* dejaPresente,
+                                 Preparation const* prepare)
+{
     // La forme écrite termine chaque suite par un zéro : une clef qui en porte un n'y tiendrait
     // pas. Refusée avant tout changement.
     std::u16string_view const k = Reste(clef, 0);
@@ -158,7 +170,9 @@ Noeud* TableChaineNoyau::TrouveEmplacementEtInsere(ChaineN const& clef, bool* de
     unsigned long pos;
     Noeud *precedent, *noeud, *parent;
     if (!TrouveMeilleurEmplacement(clef, &pos, &precedent, &noeud, &parent)) {
-        noeud = InsereNouveauNoeud(clef, pos, precedent, noeud, parent);
+        noeud = InsereNouveauNoeud(clef, pos, precedent, noeud, parent, prepare);
+    } else if (noeud != nullptr && !noeud->EstTerminal() && prepare != nullptr) {
+        (*prepare)(*noeud); // la donnée d'un nœud non terminal ne se voit pas
     }
     if (noeud == nullptr || noeud->EstTerminal()) {
         return noeud;
@@ -172,19 +186,24 @@ Noeud* TableChaineNoyau::TrouveEmplacementEtInsere(ChaineN const& clef, bool* de
 }
 
 Noeud* TableChaineNoyau::InsereNouveauNoeud(ChaineN const& clef, unsigned long pos,
-                                            Noeud* precedent, Noeud* suivant, Noeud* parent)
+                                            Noeud* precedent, Noeud* suivant, Noeud* parent,
+                                            Preparation const* prepare)
 {
     std::u16string_view const s = Reste(clef, pos);
     // Deux frères ne commencent pas par la même unité : a et b ne sont jamais tous deux non nuls.
     unsigned long const a = precedent ? PrefixeCommun(precedent->Cars(), s) : 0;
     if (a > 0) {
-        return _Scinde(*precedent, a, s.substr(a), false);
+        return _Scinde(*precedent, a, s.substr(a), false, prepare);
     }
     unsigned long const b = suivant ? PrefixeCommun(suivant->Cars(), s) : 0;
     if (b > 0) {
-        return _Scinde(*suivant, b, s.substr(b), true);
+        return _Scinde(*suivant, b, s.substr(b), true, prepare);
     }
-    Noeud* const n = _NouveauNoeud(s);
+    std::unique_ptr<Noeud> nouveau(_NouveauNoeud(s));
+    if (prepare != nullptr) {
+        (*prepare)(*nouveau);
+    }
+    Noeud* const n = nouveau.release();
     n->_suivant = suivant;
     if (precedent != nullptr) {
         precedent->_suivant = n;
@@ -197,13 +216,22 @@ Noeud* TableChaineNoyau::InsereNouveauNoeud(ChaineN const& clef, unsigned long p
 // Le nœud garde ses a premières unités ; m (le reste de sa suite) reprend ses enfants, son
 // drapeau et sa donnée ; f (le reste de la clef, s'il y en a) devient frère de m, avant lui
 // quand le nœud coupé suivait la clef, après lui quand il la précédait : l'ordre reste trié.
+// La donnée de la clef (f, ou n quand la clef s'arrête à la coupe) est posée avant de relier.
 Noeud* TableChaineNoyau::_Scinde(Noeud& n, unsigned long a, std::u16string_view reste,
-                                 bool enfantAvant)
+                                 bool enfantAvant, Preparation const* prepare)
 {
     std::unique_ptr<Noeud> m(_NouveauNoeud(n.Cars().substr(a)));
     std::unique_ptr<Noeud> f(reste.empty() ? nullptr : _NouveauNoeud(reste));
-    m->TransfereFeuilles(n);
+    m->PrendsDonnees(n);
+    if (prepare != nullptr) {
+        (*prepare)(f ? *f : n); // n garde sa donnée tant que prepare peut échouer
+    }
+    if (f != nullptr || prepare == nullptr) {
+        n.VideDonnees(); // m en a la copie
+    }
     // Plus rien ne peut échouer : on relie.
+    m->_drapeaux = n._drapeaux;
+    n._drapeaux = 0;
     Noeud* const nm = m.release();
     Noeud* const nf = f.release();
     nm->_premierEnfant = n._premierEnfant;

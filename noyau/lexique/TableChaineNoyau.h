@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string_view>
 
@@ -48,6 +49,12 @@ public:
     // Le nœud de la chaîne, ajoutée si besoin ; *dejaPresente dit si elle l'était. Une clef
     // qui contient U+0000 (que la forme écrite ne peut porter) lève OperationInvalide.
     Noeud* TrouveEmplacementEtInsere(ChaineN const& clef, bool* dejaPresente = nullptr);
+    // La même chose ; une chaîne nouvelle reçoit d'abord sa donnée de prepare, sur son nœud
+    // pas encore relié (ou pas encore terminal) : si prepare lève, la table reste telle
+    // qu'elle était. Une chaîne déjà là ne passe pas par prepare.
+    using Preparation = std::function<void(Noeud&)>;
+    Noeud* TrouveEmplacementEtInsere(ChaineN const& clef, bool* dejaPresente,
+                                     Preparation const& prepare);
     bool Supprime(ChaineN const& clef) { return TrouveEmplacementEtSupprime(clef); }
     // Vrai quand la chaîne était là.
     bool TrouveEmplacementEtSupprime(ChaineN const& clef);
@@ -70,14 +77,16 @@ protected:
     static bool EstAvant(std::u16string_view cars, ChaineN const& clef, unsigned long pos) noexcept;
     // Crée les nœuds d'une chaîne là où la descente s'est arrêtée ; renvoie son nœud.
     Noeud* InsereNouveauNoeud(ChaineN const& clef, unsigned long pos, Noeud* precedent,
-                              Noeud* suivant, Noeud* parent);
+                              Noeud* suivant, Noeud* parent, Preparation const* prepare = nullptr);
 
 private:
     friend class Serialiseur<TableChaineNoyau>;
 
     Noeud* _NouveauNoeud(std::u16string_view cars) const;
     // Coupe n après a unités (a > 0) ; voir InsereNouveauNoeud.
-    Noeud* _Scinde(Noeud& n, unsigned long a, std::u16string_view reste, bool enfantAvant);
+    Noeud* _Scinde(Noeud& n, unsigned long a, std::u16string_view reste, bool enfantAvant,
+                   Preparation const* prepare);
+    Noeud* _Insere(ChaineN const& clef, bool* dejaPresente, Preparation const* prepare);
     Noeud* _Racine();
 
     std::uint32_t _nombre = 0;

@@ -3,8 +3,6 @@
 #include "noyau/flux/Serialiseur.h"
 #include "noyau/lexique/TableChaineNoyau.h"
 
-#include <utility>
-
 namespace sdd {
 
 // Table de chaînes dont chaque chaîne porte une Donnee, écrite et lue par Serialiseur<Donnee>.
@@ -29,20 +27,15 @@ public:
         return n ? &static_cast<NoeudT const*>(n)->_donnee : nullptr;
     }
     // Ajoute la chaîne ou remplace sa donnée. Un appel qui lève laisse la table comme elle
-    // était : la donnée est copiée avant tout changement, et une chaîne ajoutée dont la donnée
-    // ne se pose pas est retirée.
+    // était : la donnée d'une chaîne nouvelle est posée avant qu'elle n'entre dans la table.
     Donnee& Insere(ChaineN const& clef, Donnee const& donnee)
     {
-        Donnee copie(donnee);
         bool deja = false;
-        Donnee& place = static_cast<NoeudT*>(TrouveEmplacementEtInsere(clef, &deja))->_donnee;
-        try {
-            place = std::move(copie);
-        } catch (...) {
-            if (!deja) {
-                Supprime(clef);
-            }
-            throw;
+        Noeud* const n = TrouveEmplacementEtInsere(
+            clef, &deja, [&](Noeud& nouveau) { static_cast<NoeudT&>(nouveau)._donnee = donnee; });
+        Donnee& place = static_cast<NoeudT*>(n)->_donnee;
+        if (deja) {
+            place = donnee;
         }
         return place;
     }

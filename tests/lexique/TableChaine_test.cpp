@@ -11,13 +11,14 @@
 // Allocations de tableaux comptées : un test peut faire échouer la prochaine (les suites des
 // nœuds en sont).
 namespace {
-int gTableauxPermis = -1; // négatif : sans limite
-}
+int gTableauxPermis = -1;   // négatif : sans limite
+bool gEchecDurable = false; // la mémoire, une fois épuisée, le reste
+} // namespace
 
 void* operator new[](std::size_t n)
 {
     if (gTableauxPermis == 0) {
-        gTableauxPermis = -1;
+        gTableauxPermis = gEchecDurable ? 0 : -1;
         throw std::bad_alloc();
     }
     gTableauxPermis -= gTableauxPermis > 0 ? 1 : 0;
@@ -39,6 +40,7 @@ void operator delete[](void* p, std::size_t) noexcept
 struct Fragile
 {
     static inline bool casse = false;
+    static inline int copiesPermises = -1; // négatif : sans limite ; à 0, toutes échouent
     std::int32_t v = 0;
 
     Fragile() = default;
@@ -46,9 +48,10 @@ struct Fragile
     Fragile(Fragile const&) = default;
     Fragile& operator=(Fragile const& autre)
     {
-        if (casse) {
+        if (casse || copiesPermises == 0) {
             throw std::bad_alloc();
         }
+        copiesPermises -= copiesPermises > 0 ? 1 : 0;
         v = autre.v;
         return *this;
     }
@@ -335,8 +338,9 @@ TEST(TableChaineT, SuppressionQuiEchoueLaisseLaTable)
     }
 }
 
-// Une insertion qui lève (la donnée ne se copie pas, ou la k-ième allocation échoue, pour
-// chaque k) laisse la table comme elle était, que la chaîne soit nouvelle ou non.
+// Une insertion qui lève (la donnée ne se copie pas, ou la mémoire s'épuise pour de bon à la
+// k-ième allocation ou copie, pour chaque k) laisse la table comme elle était, que la chaîne
+// soit nouvelle ou non.
 TEST(TableChaineT, InsertionQuiEchoueLaisseLaTable)
 {
     using Table = sdd::TableChaineT<Fragile>;
@@ -357,17 +361,21 @@ TEST(TableChaineT, InsertionQuiEchoueLaisseLaTable)
         EXPECT_ANY_THROW(t.Insere(N(clef), 9));
         Fragile::casse = false;
         intacte();
+        // Mémoire épuisée pour de bon à partir de la k-ième allocation ou copie.
+        gEchecDurable = true;
         for (int k = 0;; ++k) {
-            gTableauxPermis = k;
+            gTableauxPermis = Fragile::copiesPermises = k;
             try {
                 t.Insere(N(clef), 9);
             } catch (std::bad_alloc const&) {
+                gTableauxPermis = Fragile::copiesPermises = -1;
                 intacte();
                 continue;
             }
-            gTableauxPermis = -1;
+            gTableauxPermis = Fragile::copiesPermises = -1;
             break;
         }
+        gEchecDurable = false;
         EXPECT_EQ(t.Donne(N(clef))->v, 9);
         if (clef != u"ab") {
             EXPECT_TRUE(t.Supprime(N(clef)));
