@@ -207,7 +207,13 @@ void Fichier::_MesureTaille()
 {
     _flux->seekg(0, std::ios::end);
     std::streamoff const fin = _flux->tellg();
+    _flux->clear();
     _flux->seekg(0);
+    // Un fichier dont la fin ne s'atteint pas (ceux de /proc) n'a pas de taille connue : 0, et
+    // il se lit jusqu'à sa fin comme un autre.
+    if (fin < 0) {
+        return;
+    }
     // Le fichier a pu grandir depuis sa vérification.
     if (!TailleAcceptee(static_cast<std::uint64_t>(fin))) {
         _flux->close();
@@ -278,13 +284,29 @@ bool Fichier::EstALaFin() const
 
 unsigned int Fichier::DonnePosition() const
 {
+    return _Position32(_PositionSysteme());
+}
+
+std::uint64_t Fichier::_PositionSysteme() const
+{
     if (_flux == nullptr) {
         return 0;
     }
     // Par le tampon aussi : tellg échoue sur un flux arrivé à sa fin.
     auto const position =
         _flux->rdbuf()->pubseekoff(0, std::ios::cur, _CoteLecture() ? std::ios::in : std::ios::out);
-    return position < 0 ? 0 : static_cast<unsigned int>(position);
+    return position < 0 ? 0 : std::uint64_t(position);
+}
+
+unsigned int Fichier::_Position32(std::uint64_t position)
+{
+    // Au-delà de 4 Gio (un ajout à un grand fichier), la position ne tient plus : plutôt
+    // qu'une position fausse, IndexHorsBorne.
+    if (position > std::numeric_limits<unsigned int>::max()) {
+        exceptions::LanceIndexHorsBorne(static_cast<unsigned long>(position), 0,
+                                        std::numeric_limits<unsigned int>::max());
+    }
+    return static_cast<unsigned int>(position);
 }
 
 unsigned char Fichier::Donne()
@@ -467,8 +489,23 @@ char* Fichier::DonneToutLeTexte(UniChemin const& chemin, unsigned int& taille)
         throw std::bad_alloc();
     }
     std::unique_ptr<char[]> bloc(new char[std::size_t(fichier._taille) + 1]);
-    taille = fichier.Donne(fichier._taille, reinterpret_cast<unsigned char*>(bloc.get()));
-    bloc[taille] = 0;
+    std::size_t lus = fichier.Donne(fichier._taille, reinterpret_cast<unsigned char*>(bloc.get()));
+    // Ce qui suit la taille mesurée (un fichier de /proc, de taille 0, ou qui a grandi) vient
+    // ensuite : seuls ces fichiers paient une seconde copie.
+    if (!fichier.EstALaFin()) {
+        std::string reste;
+        AjouteLeReste(fichier, reste);
+        if (lus + reste.size() >= std::numeric_limits<unsigned int>::max()) {
+            LanceTropGrand(chemin);
+        }
+        std::unique_ptr<char[]> tout(new char[lus + reste.size() + 1]);
+        std::memcpy(tout.get(), bloc.get(), lus);
+        std::memcpy(tout.get() + lus, reste.data(), reste.size());
+        bloc = std::move(tout);
+        lus += reste.size();
+    }
+    taille = static_cast<unsigned int>(lus);
+    bloc[lus] = 0;
     return bloc.release();
 }
 

@@ -5,6 +5,7 @@
 #include "noyau/chaines/UniChemin.h"
 #include "noyau/flux/Flux.h"
 
+#include <cstdint>
 #include <ctime>
 #include <iosfwd>
 #include <memory>
@@ -114,6 +115,10 @@ protected:
     void _MetsCodage(UniChaine::Codage codage);
     void _MetsCodage(ChaineN::Codage codage);
     bool _CoteLecture() const noexcept { return _mode == kLecture; }
+    // Position du flux standard, sur 64 bits ; 0 sans flux.
+    std::uint64_t _PositionSysteme() const;
+    // La position sur 32 bits, ou IndexHorsBorne quand elle n'y tient pas.
+    static unsigned int _Position32(std::uint64_t position);
     // Octets de la ligne suivante jusqu'au LF (une unité 0x000A en UTF-16), fin non comprise.
     bool _LisLigneBrute(std::string& octets);
     // Octets jusqu'au prochain LF, passé et non gardé ; faux sans aucun octet.

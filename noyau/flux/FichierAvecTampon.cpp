@@ -92,11 +92,11 @@ bool FichierAvecTampon::EstALaFin() const
 
 unsigned int FichierAvecTampon::DonnePosition() const
 {
-    unsigned int const position = Fichier::DonnePosition();
+    std::uint64_t const position = _PositionSysteme();
     if (_etat == kEnLecture) {
-        return position - (_fin - _debut);
+        return _Position32(position - (_fin - _debut));
     }
-    return _etat == kEnEcriture ? position + _fin : position;
+    return _Position32(_etat == kEnEcriture ? position + _fin : position);
 }
 
 unsigned char FichierAvecTampon::_DonneLent()
@@ -196,7 +196,17 @@ bool FichierAvecTampon::DonneLigne(char* tampon, int taille)
         return false;
     }
     SourceLignes source(*this);
-    return detail::LisLigneBornee(source, *_flux, tampon, taille);
+    try {
+        return detail::LisLigneBornee(source, *_flux, tampon, taille);
+    } catch (...) {
+        // Un flux en échec ne rend plus rien, pas même ce que le tampon a lu d'avance : comme
+        // sans tampon, jusqu'au prochain positionnement. Le fichier revient à la position
+        // logique, et l'échec demeure.
+        std::ios::iostate const etat = _flux->rdstate();
+        _Libere();
+        _flux->clear(etat);
+        throw;
+    }
 }
 
 // --- Écriture ---

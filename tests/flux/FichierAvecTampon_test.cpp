@@ -335,6 +335,8 @@ TEST(FichierAvecTampon, EchecsDesLignesCommeSansTampon)
         EXPECT_EQ(lance(*f, tampon, 4), erreur);
         EXPECT_STREQ(tampon, "abc");
         EXPECT_FALSE(f->EstEnBonEtat());
+        unsigned char octets[3];
+        EXPECT_EQ(f->Donne(3, octets), 0u); // ni le fichier ni ce que le tampon a lu d'avance
         EXPECT_EQ(lance(*f, tampon, 8), erreur);
         UniChaine ligne(u"avant");
         EXPECT_FALSE(f->DonneLigne(ligne));

@@ -13,6 +13,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 using sdd::ChaineN;
 using sdd::Fichier;
@@ -266,4 +267,32 @@ TEST_F(FichierTest, QuatreGioEtPlus)
         EXPECT_EQ(f.DonneTaille(), 0u);
         EXPECT_TRUE(Fichier(grand, Fichier::kEcriture | Fichier::kAjout).EstEnBonEtat());
     }
+
+    // Un ajout passé 4 Gio : la position ne tient plus sur 32 bits, elle est refusée, jamais
+    // coupée ; l'écriture, elle, se fait.
+    UniChemin const gros = aide::FichierCreux(_dossier, "gros", 0x100000000ull);
+    Fichier ajout(gros, Fichier::kEcriture | Fichier::kAjout);
+    sdd::FichierAvecTampon ajoutTampon(gros, Fichier::kEcriture | Fichier::kAjout);
+    std::vector<unsigned char> const bloc(sdd::FichierAvecTampon::kTailleTampon);
+    for (Fichier* f : {&ajout, static_cast<Fichier*>(&ajoutTampon)}) {
+        f->Mets(bloc.data(), unsigned(bloc.size()));
+        EXPECT_THROW(f->DonnePosition(), sdd::exceptions::IndexHorsBorne);
+    }
+}
+
+TEST_F(FichierTest, FichiersSansFinAtteignable)
+{
+    // Ceux de /proc ne se laissent pas placer à leur fin : taille 0, lus jusqu'au bout.
+    UniChemin const proc("/proc/self/status");
+    Fichier f(proc, Fichier::kLecture);
+    sdd::FichierAvecTampon t(proc, Fichier::kLecture);
+    for (Fichier* lu : {&f, static_cast<Fichier*>(&t)}) {
+        EXPECT_TRUE(lu->EstEnBonEtat());
+        EXPECT_EQ(lu->DonneTaille(), 0u);
+        EXPECT_TRUE(lu->DonneToutLeTexte().Contient(ChaineN(u"Name:")));
+    }
+    unsigned int taille = 0;
+    std::unique_ptr<char[]> tout(Fichier::DonneToutLeTexte(proc, taille));
+    EXPECT_EQ(std::string(tout.get(), 5), "Name:");
+    EXPECT_GT(sdd::TamponMemoire(proc).DonneTaille(), 5u);
 }
