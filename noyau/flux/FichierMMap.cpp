@@ -40,9 +40,7 @@ void FichierMMap::Ouvrir(UniChemin const& chemin, unsigned long decalage, unsign
     // Tenu par _fichier dès sa création : un constructeur qui échoue le libère.
     _fichier = std::make_unique<QFile>(QString(chemin));
     // Seul un fichier ordinaire se projette ; ouvrir un tube nommé bloquerait.
-    bool const ordinaire =
-        detail::DonneNatureChemin(QFile::encodeName(_fichier->fileName()).constData())
-            .EstOrdinaire();
+    bool const ordinaire = detail::DonneNatureChemin(_fichier->fileName()).EstOrdinaire();
     if (!ordinaire || !_fichier->open(QIODevice::ReadOnly)) {
         throw exceptions::OuvertureEchouee(chemin);
     }

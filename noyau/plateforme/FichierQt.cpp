@@ -8,6 +8,9 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <cstdint>
+#include <limits>
+
 namespace {
 
 // Famille 3, explication du code 0, sans numéro ni détails : ce que toutes les erreurs de
@@ -21,8 +24,7 @@ namespace {
 // nommé bloquerait, et un répertoire ou un périphérique ne sont pas des fichiers.
 bool CheminAccepte(QFile const& fichier, QIODevice::OpenMode mode)
 {
-    sdd::detail::NatureChemin const nature =
-        sdd::detail::DonneNatureChemin(QFile::encodeName(fichier.fileName()).constData());
+    sdd::detail::NatureChemin const nature = sdd::detail::DonneNatureChemin(fichier.fileName());
     return (mode & QIODevice::WriteOnly) ? nature.AccepteEcriture() : nature.EstOrdinaire();
 }
 
@@ -113,7 +115,12 @@ void Fichier::Purge()
 QByteArray Fichier::DonneToutLeContenu() const
 {
     QFile fichier(_chemin);
-    if (!CheminAccepte(fichier, QIODevice::ReadOnly) || !fichier.open(QIODevice::ReadOnly)) {
+    // Un QByteArray ne dépasse pas 2 Gio : au-delà, readAll rendrait un tableau vide, sans
+    // erreur.
+    constexpr std::uint64_t kTailleMax = std::numeric_limits<int>::max() - 64;
+    sdd::detail::NatureChemin const nature = sdd::detail::DonneNatureChemin(fichier.fileName());
+    if (!nature.EstOrdinaire() || nature.taille > kTailleMax ||
+        !fichier.open(QIODevice::ReadOnly)) {
         LanceException(-1);
     }
     return fichier.readAll();
@@ -121,7 +128,8 @@ QByteArray Fichier::DonneToutLeContenu() const
 
 bool Fichier::CopieVers(UniChemin const& destination) const
 {
-    return QFile::copy(_chemin, destination);
+    QFile source(_chemin);
+    return CheminAccepte(source, QIODevice::ReadOnly) && QFile::copy(_chemin, destination);
 }
 
 QDateTime Fichier::DonneDateModification() const

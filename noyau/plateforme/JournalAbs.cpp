@@ -24,8 +24,7 @@ public:
         QDir().mkpath(QFileInfo(chemin).absolutePath());
         // Un tube nommé bloquerait l'ouverture jusqu'à son lecteur : comme toute classe qui
         // ouvre un chemin, le journal ne va qu'à un fichier ordinaire (ou qu'il crée).
-        if (!sdd::detail::DonneNatureChemin(QFile::encodeName(chemin).constData())
-                 .AccepteEcriture()) {
+        if (!sdd::detail::DonneNatureChemin(chemin).AccepteEcriture()) {
             throw sdd::exceptions::OuvertureEchouee(
                 UniChaine(chemin + QStringLiteral(" (pas un fichier ordinaire)")));
         }

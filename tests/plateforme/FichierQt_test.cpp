@@ -97,6 +97,29 @@ TEST(FichierQt, CheminsQuiNeSontPasDesFichiers)
     }
 }
 
+// Les chemins de ressource (« :/… ») ne sont pas sur le disque : ils se lisent, et se
+// projettent, comme des fichiers ordinaires. Copier un tube ne bloque pas ; un fichier trop
+// grand pour un QByteArray est refusé au lieu de se lire vide.
+TEST(FichierQt, RessourcesCopiesEtGrandsFichiers)
+{
+    UniChemin const ressource(":/essai/ressource.txt");
+    EXPECT_EQ(Fichier(ressource).DonneToutLeContenu(), QByteArray("contenu de ressource\n"));
+    Fichier lue(ressource);
+    lue.OuvreEnLecture();
+    EXPECT_TRUE(lue.EstOuvert());
+    sdd::FichierMMap projection(ressource);
+    EXPECT_EQ(projection.DonneTaille(), 21u);
+    EXPECT_THROW(Fichier(UniChemin(":/essai/absente")).DonneToutLeContenu(), int);
+
+    QTemporaryDir dossier;
+    aide::CheminsSpeciaux const speciaux(dossier);
+    aide::SansBlocage([&] {
+        EXPECT_FALSE(Fichier(speciaux.tube).CopieVers(UniChemin(dossier.filePath("copie"))));
+    });
+    UniChemin const gros = aide::FichierCreux(dossier, "gros", 0x80000000ull);
+    EXPECT_THROW(Fichier(gros).DonneToutLeContenu(), int);
+}
+
 // Comme le montre docs/fichiers.md : l'en-tête général et l'espace sdd ouvert, chaque classe
 // se nomme par son espace.
 using namespace sdd;

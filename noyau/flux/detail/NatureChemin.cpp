@@ -1,5 +1,8 @@
 #include "noyau/flux/detail/NatureChemin.h"
 
+#include <QFile>
+#include <QFileInfo>
+
 #include <sys/stat.h>
 
 namespace sdd::detail {
@@ -15,6 +18,17 @@ NatureChemin DonneNatureChemin(char const* chemin)
         return {NatureChemin::kAutre, 0};
     }
     return {NatureChemin::kOrdinaire, static_cast<std::uint64_t>(etat.st_size)};
+}
+
+NatureChemin DonneNatureChemin(QString const& chemin)
+{
+    if (chemin.startsWith(QLatin1Char(':'))) {
+        QFileInfo const ressource(chemin);
+        return ressource.isFile()
+                   ? NatureChemin{NatureChemin::kOrdinaire, std::uint64_t(ressource.size())}
+                   : NatureChemin{};
+    }
+    return DonneNatureChemin(QFile::encodeName(chemin).constData());
 }
 
 } // namespace sdd::detail

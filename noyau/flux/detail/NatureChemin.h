@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 #include <cstdint>
 
 // Ce que désigne un chemin, demandé avant toute ouverture : ouvrir un tube nommé bloque
@@ -25,5 +27,8 @@ struct NatureChemin
 
 // chemin : les octets que recevra l'ouverture. Les liens symboliques sont suivis.
 NatureChemin DonneNatureChemin(char const* chemin);
+// Pour les classes qui ouvrent par QFile : un chemin de ressource (« :/… ») est un fichier
+// ordinaire quand il existe ; les autres passent par les octets que QFile leur donne.
+NatureChemin DonneNatureChemin(QString const& chemin);
 
 } // namespace sdd::detail
