@@ -90,6 +90,10 @@ void DecodageParBlocCompresse::_PlaceTamponSelonPosition(_typPositionEncodageBlo
 
 void DecodageParBlocCompresse::_LisBloc(unsigned int positionBloc)
 {
+    // Aucun bloc ne commence dans l'en-tête (taille de bloc, puis type).
+    if (positionBloc < VarElias::Longueur(_tailleBloc) + 1) {
+        LanceZoneAbimee("Bloc dans l’en-tête de la zone");
+    }
     std::uint64_t const ou = std::uint64_t(positionBloc) + _debut;
     if (ou >= _Limite()) {
         LanceZoneAbimee("Bloc au-delà des données");

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <limits>
 #include <memory>
 #include <new>
@@ -89,16 +90,25 @@ std::size_t DecodeCaracteres(unsigned char const* s, std::size_t n, unsigned cha
 
 namespace {
 
+// Vrai quand les octets de la source sont dans le bloc de la cible (la cible elle-même, ou un
+// tampon qui lui emprunte son bloc).
+bool DansLeBloc(unsigned char const* octets, std::size_t n, TamponMemoire const& cible)
+{
+    auto const debut = reinterpret_cast<std::uintptr_t>(cible.DonneDonnees());
+    auto const p = reinterpret_cast<std::uintptr_t>(octets);
+    return n != 0 && p < debut + cible.DonneCapacite() && debut < p + n;
+}
+
 // Code les octets valides de la source à la position de la cible, place faite d'avance pour
-// au plus maxEcrits(n) octets. Une source qui est la cible elle-même est d'abord copiée : la
-// place faite pourrait déplacer son bloc, et l'écriture recouvrir ce qui reste à lire.
+// au plus maxEcrits(n) octets. Une source prise dans le bloc de la cible est d'abord copiée :
+// la place faite pourrait déplacer ce bloc, et l'écriture recouvrir ce qui reste à lire.
 template <typename Codeur, typename Maximum>
 void Transcode(TamponMemoire const& source, TamponMemoire& cible, Codeur codeur, Maximum maxEcrits)
 {
     std::size_t const n = OctetsValides(source);
     std::unique_ptr<unsigned char[]> copie;
     unsigned char const* entree = source.DonneDonnees();
-    if (&source == &cible) {
+    if (DansLeBloc(entree, n, cible)) {
         copie.reset(new unsigned char[n]);
         std::copy_n(entree, n, copie.get());
         entree = copie.get();

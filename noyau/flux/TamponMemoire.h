@@ -32,7 +32,8 @@ public:
     TamponMemoire(char* bloc, int taille, bool prendPossession);
     // La même chose pour toute taille sur 32 bits (une projection de 2 à 4 Gio, par exemple).
     TamponMemoire(unsigned char* bloc, unsigned int taille, bool prendPossession);
-    // Tout le fichier, lu d'un coup ; OuvertureEchouee s'il ne se lit pas.
+    // Tout le fichier, lu d'un coup. OuvertureEchouee s'il ne se lit pas (absent, ou pas un
+    // fichier ordinaire) ; MemoireInsuffisante à 4 Gio et plus.
     explicit TamponMemoire(UniChemin const& chemin);
     TamponMemoire& operator=(TamponMemoire const&) = delete;
     ~TamponMemoire() override;
@@ -131,7 +132,8 @@ public:
     bool operator!=(TamponMemoire const& autre) const { return !(*this == autre); }
 
     // Chaînes comprimées : longueur comprimée et longueur UTF-8 en VarElias, puis le flux zlib
-    // du texte UTF-8. Les échecs de zlib et les données tronquées lancent l'entier -1.
+    // du texte UTF-8. Les échecs de zlib et les données comprimées tronquées lancent l'entier
+    // -1 ; des longueurs tronquées ou abîmées, ErreurDeserialisation (VarElias).
     static unsigned int CompresseUniChaine(FluxSortie& flux, UniChaine const& texte);
     static unsigned int CompresseChaineN(FluxSortie& flux, ChaineN const& texte);
     static UniChaine DecompresseUniChaine(FluxEntree& flux);

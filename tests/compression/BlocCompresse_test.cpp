@@ -272,8 +272,8 @@ TEST(BlocCompresse, ZonesAbimees)
 
 TEST(BlocCompresse, CacheDistinctDeLaPositionZero)
 {
-    // Après un échec, un enregistrement qui nomme la position 0 lit ce qui s'y trouve (l'en-tête
-    // pris pour un bloc), jamais le bloc décodé avant l'échec.
+    // Après un échec, un enregistrement qui nomme la position 0 est une erreur (aucun bloc ne
+    // commence dans l'en-tête), jamais le bloc décodé avant l'échec.
     std::string const zone("\x88\x00\x88"
                            "SECRET-A"
                            "\x80",
@@ -284,10 +284,12 @@ TEST(BlocCompresse, CacheDistinctDeLaPositionZero)
     decodeur.DecodeOctets({2, 0}, 8, lu.data());
     EXPECT_EQ(lu, "SECRET-A");
     EXPECT_THROW(decodeur.DecodeOctets({5000, 0}, 8, lu.data()), ErreurDeserialisation);
-    decodeur.DecodeOctets({0, 0}, 8, lu.data());
-    EXPECT_EQ(lu, std::string("\0\x88"
-                              "SECRET",
-                              8));
+    lu.assign(8, ' ');
+    EXPECT_THROW(decodeur.DecodeOctets({0, 0}, 8, lu.data()), ErreurDeserialisation);
+    EXPECT_THROW(decodeur.DecodeOctets({1, 0}, 8, lu.data()), ErreurDeserialisation);
+    EXPECT_EQ(lu, std::string(8, ' '));
+    decodeur.DecodeOctets({2, 0}, 8, lu.data());
+    EXPECT_EQ(lu, "SECRET-A");
 }
 
 TEST(BlocCompresse, BlocsCoupesALaLimite)

@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <random>
 #include <string>
 
@@ -92,6 +93,15 @@ TEST(Base64, AjoutALaPositionEtEntreesAbimees)
     soi.Positionne(3);
     Base64::Decode(soi, soi);
     EXPECT_EQ(Octets(soi), std::string("Man1\xA9\xD3X[", 8));
+    // Une source qui emprunte le bloc de la cible, sans croissance puis avec.
+    for (unsigned int const capacite : {64u, 13u}) {
+        TamponMemoire cible(capacite);
+        cible.Mets("Hello, world", 12);
+        std::unique_ptr<TamponMemoire> vue(cible.TamponEnPretantDonnees());
+        cible.Positionne(0);
+        Base64::Encode(*vue, cible);
+        EXPECT_EQ(Octets(cible), "SGVsbG8sIHdvcmxk") << capacite;
+    }
 
     // Dernier groupe incomplet : les caractères absents comptent pour des zéros.
     EXPECT_EQ(Decode("TQ"), "M");
