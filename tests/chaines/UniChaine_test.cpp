@@ -249,6 +249,13 @@ TEST(UniChaine, TailleHorsDePorteeRefuseeSansToucherAuTexte)
     UniChaine s(u"garde");
     EXPECT_THROW(UniChaine(enorme, UniChaine::kLatin9), std::bad_array_new_length);
     EXPECT_THROW(s.Mets(enorme, UniChaine::kLatin9), std::bad_array_new_length);
+    // Toutes les routes d'octets, jusqu'au zéro final compris : aucune longueur ne passe par
+    // un int.
+    char const* const zero = enorme.c_str();
+    EXPECT_THROW(UniChaine(zero, UniChaine::kUTF8, -1), std::bad_array_new_length);
+    EXPECT_THROW(UniChaine(zero, UniChaine::kDOS), std::bad_array_new_length);
+    EXPECT_THROW(s.AjouteFin(zero, UniChaine::kUTF8), std::bad_array_new_length);
+    EXPECT_THROW(s.AjouteDebut(zero, UniChaine::kLatin9), std::bad_array_new_length);
     EXPECT_EQ(Texte(s), u"garde");
 }
 
