@@ -1,23 +1,14 @@
 #include "noyau/fils/DMessagerSurFilCourant.h"
 
+#include "ApplicationTest.h"
 #include "FilLambda.h"
 
-#include <QCoreApplication>
 #include <QThread>
 #include <gtest/gtest.h>
 
 #include <string>
 
 namespace {
-
-QCoreApplication& Application()
-{
-    static int argc = 1;
-    static char nom[] = "DMessagerSurFilCourant_test";
-    static char* argv[] = {nom, nullptr};
-    static QCoreApplication app(argc, argv);
-    return app;
-}
 
 // Note sa lettre dans le journal commun, et si elle s'exécute sur le fil principal.
 class Messager : public sdd::DMessagerSurFilCourant
@@ -27,7 +18,7 @@ public:
     void ExecuteSurFilCourant() override
     {
         _journal += _lettre;
-        surPrincipal = surPrincipal && QThread::currentThread() == Application().thread();
+        surPrincipal = surPrincipal && QThread::currentThread() == ApplicationTest().thread();
     }
     bool surPrincipal = true;
 
@@ -40,7 +31,7 @@ private:
 
 TEST(DMessagerSurFilCourant, LivraisonsDansLOrdreSurLeFilCreateur)
 {
-    Application();
+    ApplicationTest();
     std::string journal;
     Messager a('a', journal), b('b', journal);
     FilLambda emetteur([&] {
@@ -52,9 +43,7 @@ TEST(DMessagerSurFilCourant, LivraisonsDansLOrdreSurLeFilCreateur)
     emetteur.AttendsLaFin();
     a.LanceExecution();
     EXPECT_EQ(journal, ""); // rien avant que la boucle tourne
-    while (journal.size() < 4) {
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    }
+    ServsJusqua([&] { return journal.size() >= 4; });
     EXPECT_EQ(journal, "abaa");
     EXPECT_TRUE(a.surPrincipal);
     EXPECT_TRUE(b.surPrincipal);
@@ -62,7 +51,7 @@ TEST(DMessagerSurFilCourant, LivraisonsDansLOrdreSurLeFilCreateur)
 
 TEST(DMessagerSurFilCourant, DemandesAbandonneesALaDestruction)
 {
-    Application();
+    ApplicationTest();
     std::string journal;
     Messager temoin('t', journal);
     {
@@ -71,8 +60,6 @@ TEST(DMessagerSurFilCourant, DemandesAbandonneesALaDestruction)
         perdu.LanceExecution();
     }
     temoin.LanceExecution();
-    while (journal.empty()) {
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    }
+    ServsJusqua([&] { return !journal.empty(); });
     EXPECT_EQ(journal, "t");
 }
