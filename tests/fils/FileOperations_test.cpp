@@ -14,6 +14,7 @@
 #include <pthread.h>
 #include <stdexcept>
 #include <string>
+#include <thread>
 #include <sys/resource.h>
 #include <unistd.h>
 #include <vector>
@@ -135,9 +136,9 @@ TEST(FileOperations, NFois)
 TEST(FileOperations, SyncApresTempsEtRefus)
 {
     FileOperations file(UniChaine("sync"));
-    QThread* fil = nullptr;
-    file.LanceBlocOperationSync([&] { fil = QThread::currentThread(); });
-    EXPECT_NE(fil, QThread::currentThread());
+    std::thread::id fil;
+    file.LanceBlocOperationSync([&] { fil = std::this_thread::get_id(); });
+    EXPECT_NE(fil, std::this_thread::get_id());
     EXPECT_THROW(file.LanceBlocOperationSync([] { throw std::logic_error("x"); }),
                  std::logic_error);
 
