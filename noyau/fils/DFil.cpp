@@ -106,8 +106,14 @@ void DFil::AttendsLaFin()
 
 void DFil::Debute(ePriorite priorite)
 {
-    if (_prive->fil != nullptr && !_prive->fil->EstRevenu()) {
-        throw exceptions::OperationInvalide();
+    if (_prive->fil != nullptr) {
+        // Un corps qui tourne (drapeau baissé, ou appel depuis le fil lui-même) garde son
+        // QThread. Un corps revenu a levé le drapeau un instant avant que Qt ne tienne son
+        // QThread pour fini : on attend cet instant avant de le remplacer.
+        if (!ATerminay() || _prive->fil == QThread::currentThread()) {
+            throw exceptions::OperationInvalide();
+        }
+        _prive->AttendsLeCorps();
     }
     _prive->termine.store(false, std::memory_order_relaxed);
     delete _prive->fil;

@@ -25,8 +25,9 @@ public:
     explicit DFil(int ident);
     DFil(DFil const&) = delete;
     DFil& operator=(DFil const&) = delete;
-    // Attend la fin d'un corps encore en cours (Qt interdit de détruire un fil qui tourne) ;
-    // une sous-classe dont Execute lit ses membres l'attend dans son propre destructeur.
+    // Attend la fin d'un corps encore en cours (Qt interdit de détruire un fil qui tourne).
+    // Trop tard pour la sous-classe, déjà détruite alors que le fil peut encore appeler son
+    // Execute : toute sous-classe appelle AttendsLaFin() dans son propre destructeur.
     virtual ~DFil();
     // Revient quand le corps est revenu ; aussitôt si le drapeau de fin est déjà levé.
     virtual void AttendsLaFin();

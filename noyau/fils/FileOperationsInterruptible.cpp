@@ -26,6 +26,42 @@ FileOperationsInterruptible::~FileOperationsInterruptible()
     delete _file;
 }
 
+namespace {
+
+// La place d'un bloc envoyé dans le compte des blocs en attente. Un bloc qui ne démarrera
+// jamais (file principale sans application, envoi qui échoue) la rend en disparaissant :
+// sinon le compte ne redescendrait plus à 1 et la file ne servirait plus rien.
+class PlaceEnAttente
+{
+public:
+    explicit PlaceEnAttente(std::shared_ptr<unsigned int> compte) : _compte(std::move(compte))
+    {
+        __atomic_add_fetch(_compte.get(), 1u, __ATOMIC_ACQ_REL);
+    }
+    PlaceEnAttente(PlaceEnAttente const&) = delete;
+    PlaceEnAttente& operator=(PlaceEnAttente const&) = delete;
+    ~PlaceEnAttente()
+    {
+        if (!_rendue) {
+            __atomic_sub_fetch(_compte.get(), 1u, __ATOMIC_ACQ_REL);
+        }
+    }
+
+    // Au démarrage : rend la place ; vrai pour le dernier bloc envoyé.
+    bool EstLeDernier()
+    {
+        _rendue = true;
+        return __atomic_fetch_sub(_compte.get(), 1u, __ATOMIC_ACQ_REL) == 1;
+    }
+    unsigned int const& Compte() const { return *_compte; }
+
+private:
+    std::shared_ptr<unsigned int> _compte;
+    bool _rendue = false;
+};
+
+} // namespace
+
 // Sous le verrou, l'ordre des incréments est celui des envois : le dernier envoyé est le
 // seul à retrouver 1 en décomptant.
 void FileOperationsInterruptible::LanceBlocOperation(std::function<void(unsigned int const&)> bloc)
@@ -34,14 +70,13 @@ void FileOperationsInterruptible::LanceBlocOperation(std::function<void(unsigned
     detail::MoteurFile& moteur = detail::DonneMoteur(_file);
     _verrou.Verrouille();
     try {
-        __atomic_add_fetch(_enAttente.get(), 1u, __ATOMIC_ACQ_REL);
-        moteur.Poste([enAttente = _enAttente, bloc = std::move(bloc)] {
-            if (__atomic_fetch_sub(enAttente.get(), 1u, __ATOMIC_ACQ_REL) == 1) {
-                bloc(*enAttente);
+        auto place = std::make_shared<PlaceEnAttente>(_enAttente);
+        moteur.Poste([place, bloc = std::move(bloc)] {
+            if (place->EstLeDernier()) {
+                bloc(place->Compte());
             }
         });
     } catch (...) {
-        __atomic_sub_fetch(_enAttente.get(), 1u, __ATOMIC_ACQ_REL);
         _verrou.Deverrouille();
         throw;
     }

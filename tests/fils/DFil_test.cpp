@@ -8,6 +8,7 @@
 #include <QThread>
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cmath>
 #include <limits>
 
@@ -46,6 +47,21 @@ TEST(DFil, CycleDeVieEtRelance)
     fil.AttendsLaFin();
     EXPECT_EQ(passages, 2);
     EXPECT_EQ(DFil::FilCourant(), nullptr);
+}
+
+// Relancé dès que le drapeau se lève, sans attendre : le QThread qui finit d'un instant est
+// attendu, jamais refusé ni détruit en marche.
+TEST(DFil, RelanceDesLaFinDuCorps)
+{
+    std::atomic<int> passages{0};
+    FilLambda fil([&] { ++passages; });
+    for (int i = 0; i < 2000; ++i) {
+        fil.Debute();
+        while (!fil.ATerminay()) {
+        }
+    }
+    fil.AttendsLaFin();
+    EXPECT_EQ(passages.load(), 2000);
 }
 
 TEST(DFil, AttendreSaPropreFinDepuisLeCorpsNeBloquePas)

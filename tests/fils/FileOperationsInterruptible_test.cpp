@@ -1,8 +1,10 @@
 #include "noyau/chaines/UniChaine.h"
 #include "noyau/erreurs/Exceptions.h"
 #include "noyau/fils/DFil.h"
+#include "noyau/fils/FileOperations.h"
 #include "noyau/fils/FileOperationsInterruptible.h"
 
+#include "ApplicationTest.h"
 #include "Loquet.h"
 
 #include <gtest/gtest.h>
@@ -10,6 +12,26 @@
 #include <atomic>
 
 using sdd::FileOperationsInterruptible;
+
+// Premier cas du fichier : sans application, le bloc envoyé à la file principale est perdu,
+// mais il rend sa place ; une fois l'application là, la file sert de nouveau.
+TEST(FileOperationsInterruptible, PrincipaleRepartApresUnBlocPerdu)
+{
+    if (QCoreApplication::instance() != nullptr) {
+        GTEST_SKIP();
+    }
+    FileOperationsInterruptible* const principale = FileOperationsInterruptible::Principale();
+    bool perdu = false, servi = false;
+    principale->LanceBlocOperation([&](unsigned int const&) { perdu = true; });
+    ApplicationTest();
+    principale->LanceBlocOperation([&](unsigned int const&) { servi = true; });
+    // Un témoin envoyé après passe après lui dans la boucle : le test finit même en échec.
+    bool temoin = false;
+    sdd::FileOperations::Principale()->LanceBlocOperation([&] { temoin = true; });
+    ServsJusqua([&] { return temoin; });
+    EXPECT_TRUE(servi);
+    EXPECT_FALSE(perdu);
+}
 
 // Pendant qu'un bloc tourne, trois envois : il voit le compte passer à 1, et seul le
 // troisième s'exécute ensuite, avec un compte de 0.
