@@ -10,12 +10,15 @@
 #include <QThread>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
+#include <functional>
+#include <memory>
 #include <pthread.h>
 #include <stdexcept>
 #include <string>
-#include <thread>
 #include <sys/resource.h>
+#include <thread>
 #include <unistd.h>
 #include <vector>
 
@@ -131,6 +134,58 @@ TEST(FileOperations, NFois)
                          }
                      }),
                  std::runtime_error);
+}
+
+// Tous les fils du pool envoient en même temps un bloc synchrone à une file série, puis
+// chacun descend une chaîne d'envois synchrones plus profonde que le pool : aucun ne doit
+// attendre un fil du pool qui n'est plus libre.
+TEST(FileOperations, SyncDepuisLePoolSansInterblocage)
+{
+    int const nbFils = sdd::DFil::NbProcesseurs();
+    FileOperations serie(UniChaine("partagée"));
+    std::vector<std::unique_ptr<FileOperations>> chaine;
+    for (int i = 0; i < 2 * nbFils + 1; ++i) {
+        chaine.push_back(std::make_unique<FileOperations>(UniChaine("maillon")));
+    }
+    std::function<void(std::size_t)> descends = [&](std::size_t i) {
+        if (i < chaine.size()) {
+            chaine[i]->LanceBlocOperationSync([&, i] { descends(i + 1); });
+        }
+    };
+    std::vector<int> vus;
+    std::atomic<int> nomsFaux{0}, avantLeSien{0}, profondeurs{0};
+    Loquet ensemble(nbFils), finis(nbFils);
+    for (int f = 0; f < nbFils; ++f) {
+        FileOperations::GlobaleDeDefaut()->LanceBlocOperation([&, f] {
+            ensemble.Decompte();
+            ensemble.Attends(); // tous les fils du pool sont pris
+            for (int i = 0; i < 10; ++i) {
+                serie.LanceBlocOperation([&vus, f, i] { vus.push_back(f * 100 + i); });
+            }
+            serie.LanceBlocOperationSync([&] {
+                nomsFaux += NomDuFil() != "partagée";
+                avantLeSien += std::count_if(vus.begin(), vus.end(),
+                                             [f](int v) { return v >= 0 && v / 100 == f; }) == 10;
+                vus.push_back(-1);
+            });
+            nomsFaux += NomDuFil() != "noyau-defaut"; // le fil a repris son nom
+            FileOperations::GlobalePrioriteBasse()->LanceBlocOperationSync([&] { descends(0); });
+            profondeurs++;
+            finis.Decompte();
+        });
+    }
+    finis.Attends();
+    serie.LanceBlocOperationSync([] {});
+    EXPECT_EQ(nomsFaux.load(), 0);
+    EXPECT_EQ(avantLeSien.load(), nbFils); // chaque bloc synchrone après ceux de son fil
+    EXPECT_EQ(profondeurs.load(), nbFils);
+    ASSERT_EQ(vus.size(), std::size_t(11 * nbFils));
+    std::vector<int> suivants(nbFils, 0);
+    for (int v : vus) {
+        if (v >= 0) {
+            EXPECT_EQ(v % 100, suivants[v / 100]++);
+        }
+    }
 }
 
 TEST(FileOperations, SyncApresTempsEtRefus)

@@ -24,7 +24,7 @@ void FilePrincipale::Poste(std::function<void()> bloc)
         Qt::QueuedConnection);
 }
 
-bool FilePrincipale::EstServieParAppelant() const
+bool FilePrincipale::ExecuteSurPlace() const
 {
     QCoreApplication* const application = QCoreApplication::instance();
     return application != nullptr && QThread::currentThread() == application->thread();

@@ -11,9 +11,11 @@ class FilePrincipale final : public MoteurFile
 {
 public:
     void Poste(std::function<void()> bloc) override;
-    bool EstServieParAppelant() const override;
     bool EstSerie() const override { return true; }
     bool PeutServir() const override;
+
+private:
+    bool ExecuteSurPlace() const override; // sur le fil principal
 };
 
 } // namespace sdd::detail

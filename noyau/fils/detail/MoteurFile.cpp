@@ -72,7 +72,7 @@ void MoteurFile::ExecuteSync(std::function<void()> const& bloc)
     if (!PeutServir()) {
         throw exceptions::OperationInvalide();
     }
-    if (EstServieParAppelant()) {
+    if (ExecuteSurPlace()) {
         bloc();
         return;
     }

@@ -16,9 +16,6 @@ public:
     virtual ~MoteurFile() = default;
     // Exécute le bloc plus tard ; une exception qui en sort termine le processus.
     virtual void Poste(std::function<void()> bloc) = 0;
-    // Vrai quand le fil appelant sert déjà cette file : un envoi synchrone s'y exécute sur
-    // place, au lieu d'attendre un fil qui est lui-même.
-    virtual bool EstServieParAppelant() const = 0;
     // Un bloc à la fois, dans l'ordre d'envoi.
     virtual bool EstSerie() const = 0;
     // Faux quand rien ne servira la file (boucle principale sans application).
@@ -26,13 +23,17 @@ public:
 
     void PosteApres(std::chrono::nanoseconds delai, std::function<void()> bloc);
     // Revient quand le bloc a fini ; son exception passe à l'appelant.
-    void ExecuteSync(std::function<void()> const& bloc);
+    virtual void ExecuteSync(std::function<void()> const& bloc);
     // bloc(0) ... bloc(n - 1), en parallèle sur une file concurrente ; revient quand tous
     // ont fini. La première exception passe à l'appelant ; les indices pas encore commencés
     // sont alors sautés.
     void ExecuteNFois(unsigned long n, std::function<void(unsigned int)> const& bloc);
 
 private:
+    // Vrai quand un envoi synchrone doit s'exécuter sur le fil appelant : attendre un autre
+    // fil bloquerait sans fin (le fil appelant sert déjà la file) ou priverait le pool d'un
+    // fil.
+    virtual bool ExecuteSurPlace() const = 0;
     void _ExecuteNFoisEnParallele(unsigned long n, std::function<void(unsigned int)> const& bloc);
 };
 

@@ -42,4 +42,18 @@ void NommeFilCourant(char const* nom) noexcept
     }
 }
 
+NomTemporaire::NomTemporaire(char const* nom) noexcept : _ancien(gNomPorte)
+{
+    if (_ancien != nullptr) {
+        NommeFilCourant(nom);
+    }
+}
+
+NomTemporaire::~NomTemporaire()
+{
+    if (_ancien != nullptr) {
+        NommeFilCourant(_ancien);
+    }
+}
+
 } // namespace sdd::detail

@@ -14,7 +14,7 @@ namespace sdd::detail {
 
 namespace {
 
-thread_local PoolGlobal const* gPoolCourant = nullptr;
+thread_local bool gFilDePool = false;
 
 char const* NomDuPool(PoolGlobal::Priorite priorite)
 {
@@ -69,7 +69,7 @@ void PoolGlobal::_PrepareFils(Priorite priorite)
         boost::asio::post(_pool, [this, rdv, priorite] {
             AjustePriorite(priorite);
             NommeFilCourant(_nom);
-            gPoolCourant = this;
+            gFilDePool = true;
             std::unique_lock<std::mutex> verrou(rdv->verrou);
             if (++rdv->arrives == _nbFils) {
                 rdv->tousLa.notify_all();
@@ -83,16 +83,17 @@ void PoolGlobal::_PrepareFils(Priorite priorite)
 
 void PoolGlobal::Poste(std::function<void()> bloc)
 {
-    // Un brin de file série a pu renommer le fil : il reprend le nom du pool.
-    boost::asio::post(_pool, [nom = _nom, bloc = std::move(bloc)]() noexcept {
-        NommeFilCourant(nom);
-        bloc();
-    });
+    boost::asio::post(_pool, std::move(bloc));
 }
 
-bool PoolGlobal::EstServieParAppelant() const
+bool PoolGlobal::ExecuteSurPlace() const
 {
-    return gPoolCourant == this;
+    return EstFilDePool();
+}
+
+bool EstFilDePool() noexcept
+{
+    return gFilDePool;
 }
 
 } // namespace sdd::detail

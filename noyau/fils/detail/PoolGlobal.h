@@ -20,7 +20,6 @@ public:
     static std::shared_ptr<PoolGlobal> const& Donne(Priorite priorite);
 
     void Poste(std::function<void()> bloc) override;
-    bool EstServieParAppelant() const override;
     bool EstSerie() const override { return false; }
 
     boost::asio::thread_pool& DonnePool() { return _pool; }
@@ -29,11 +28,17 @@ public:
     explicit PoolGlobal(Priorite priorite); // par Donne seulement
 
 private:
+    // Un fil des pools exécute sur place : il n'attend jamais un pool, qui peut n'avoir plus
+    // que des fils qui attendent (envois imbriqués, ou croisés entre priorités).
+    bool ExecuteSurPlace() const override;
     void _PrepareFils(Priorite priorite);
 
     int const _nbFils;
     char const* const _nom;
     boost::asio::thread_pool _pool;
 };
+
+// Vrai sur un fil de l'un des pools globaux.
+bool EstFilDePool() noexcept;
 
 } // namespace sdd::detail
