@@ -107,10 +107,12 @@ void DFil::AttendsLaFin()
 void DFil::Debute(ePriorite priorite)
 {
     if (_prive->fil != nullptr) {
-        // Un corps qui tourne (drapeau baissé, ou appel depuis le fil lui-même) garde son
-        // QThread. Un corps revenu a levé le drapeau un instant avant que Qt ne tienne son
-        // QThread pour fini : on attend cet instant avant de le remplacer.
-        if (!ATerminay() || _prive->fil == QThread::currentThread()) {
+        // Un corps qui tourne (ni drapeau levé ni retour de run, ou appel depuis le fil
+        // lui-même) garde son QThread ; un Termine redéfini peut ne jamais lever le drapeau.
+        // Un corps revenu précède d'un instant la fin du QThread selon Qt : on attend cet
+        // instant avant de le remplacer.
+        bool const revenu = ATerminay() || _prive->fil->EstRevenu();
+        if (!revenu || _prive->fil == QThread::currentThread()) {
             throw exceptions::OperationInvalide();
         }
         _prive->AttendsLeCorps();

@@ -18,6 +18,33 @@ std::shared_ptr<detail::MoteurFile> MoteurDe(FileOperations* file,
     return detail::DonneMoteur(enregistrement).shared_from_this();
 }
 
+// Un membre sort du groupe quand son bloc a fini, ou quand la file le détruit sans l'avoir
+// exécuté (file principale sans application) : le groupe ne l'attend pas sans fin.
+class Membre
+{
+public:
+    explicit Membre(std::shared_ptr<detail::EtatGroupe> etat)
+        : _etat(std::move(etat)), _numero(_etat->Entre())
+    {
+    }
+    Membre(Membre const&) = delete;
+    Membre& operator=(Membre const&) = delete;
+    ~Membre() { Sors(); }
+
+    void Sors()
+    {
+        if (!_sorti) {
+            _sorti = true;
+            _etat->Sort(_numero);
+        }
+    }
+
+private:
+    std::shared_ptr<detail::EtatGroupe> const _etat;
+    std::uint64_t const _numero;
+    bool _sorti = false;
+};
+
 std::function<void()> BlocDe(Operation* operation)
 {
     if (operation == nullptr) {
@@ -41,16 +68,11 @@ void GroupeOperations::AjouteOperationBloc(FileOperations* file, std::function<v
 {
     detail::VerifieBloc(bloc);
     auto const moteur = MoteurDe(file, file ? file->_file : nullptr);
-    std::uint64_t const membre = _etat->Entre();
-    try {
-        moteur->Poste([etat = _etat, membre, bloc = std::move(bloc)] {
-            bloc();
-            etat->Sort(membre);
-        });
-    } catch (...) {
-        _etat->Sort(membre);
-        throw;
-    }
+    auto membre = std::make_shared<Membre>(_etat);
+    moteur->Poste([membre = std::move(membre), bloc = std::move(bloc)] {
+        bloc();
+        membre->Sors();
+    });
 }
 
 void GroupeOperations::AvertirOperationALaFinDesOperations(FileOperations* file,

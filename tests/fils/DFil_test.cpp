@@ -64,6 +64,27 @@ TEST(DFil, RelanceDesLaFinDuCorps)
     EXPECT_EQ(passages.load(), 2000);
 }
 
+// Un Termine redéfini sans appeler celui de la classe ne lève jamais le drapeau : une fois
+// le corps revenu, le fil se relance quand même.
+TEST(DFil, RelanceAvecTermineRedefini)
+{
+    struct SansDrapeau : FilLambda
+    {
+        using FilLambda::FilLambda;
+        void Termine() override { ++fins; }
+        int fins = 0;
+    };
+    int passages = 0;
+    SansDrapeau fil([&] { ++passages; });
+    fil.Debute();
+    fil.AttendsLaFin();
+    EXPECT_FALSE(fil.ATerminay());
+    fil.Debute();
+    fil.AttendsLaFin();
+    EXPECT_EQ(passages, 2);
+    EXPECT_EQ(fil.fins, 2);
+}
+
 TEST(DFil, AttendreSaPropreFinDepuisLeCorpsNeBloquePas)
 {
     FilLambda* soi = nullptr;

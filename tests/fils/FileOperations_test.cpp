@@ -188,6 +188,27 @@ TEST(FileOperations, SyncDepuisLePoolSansInterblocage)
     }
 }
 
+// Le bloc synchrone détruit l'objet file, seul détenteur de la file : l'envoi revient sans
+// toucher une file détruite, depuis un fil ordinaire comme depuis un fil du pool qui sert
+// lui-même la file, et les blocs envoyés après passent quand même.
+TEST(FileOperations, SyncQuiDetruitSaFile)
+{
+    auto* file = new FileOperations(UniChaine("éphémère"));
+    file->LanceBlocOperationSync([&] { delete file; });
+
+    Loquet fait, apres;
+    FileOperations::GlobaleDeDefaut()->LanceBlocOperation([&] {
+        auto* autre = new FileOperations(UniChaine("éphémère"));
+        autre->LanceBlocOperationSync([&] {
+            autre->LanceBlocOperation([&] { apres.Decompte(); });
+            delete autre;
+        });
+        fait.Decompte();
+    });
+    fait.Attends();
+    apres.Attends();
+}
+
 TEST(FileOperations, SyncApresTempsEtRefus)
 {
     FileOperations file(UniChaine("sync"));

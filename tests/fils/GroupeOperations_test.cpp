@@ -6,6 +6,7 @@
 
 #include "Loquet.h"
 
+#include <QCoreApplication>
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -89,4 +90,18 @@ TEST(GroupeOperations, DetruitAvantSesMembres)
     }
     porte.Decompte();
     avertis.Attends();
+}
+
+// Sans application, la file principale abandonne le bloc : le membre sort quand même du
+// groupe, et l'attente revient.
+TEST(GroupeOperations, MembreAbandonneParLaFile)
+{
+    if (QCoreApplication::instance() != nullptr) {
+        GTEST_SKIP();
+    }
+    GroupeOperations groupe;
+    bool execute = false;
+    groupe.AjouteOperationBloc(FileOperations::Principale(), [&] { execute = true; });
+    EXPECT_TRUE(groupe.AttendreLaFinDesOperations());
+    EXPECT_FALSE(execute);
 }

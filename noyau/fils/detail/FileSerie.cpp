@@ -128,6 +128,8 @@ void FileSerie::ExecuteSync(std::function<void()> const& bloc)
         bloc();
         return;
     }
+    // Le bloc peut détruire l'objet file, dernier détenteur du moteur : on le garde en vie.
+    auto const garde = shared_from_this();
     Attente attente;
     std::unique_lock<std::mutex> verrou(_verrou);
     if (!_servie && !_tourPoste && !EstFilDePool()) {

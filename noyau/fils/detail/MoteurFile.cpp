@@ -31,11 +31,11 @@ struct Repetition
             try {
                 bloc(static_cast<unsigned int>(i));
             } catch (...) {
+                echec = true; // les autres sautent leurs indices dès maintenant
                 std::lock_guard<std::mutex> garde(verrou);
                 if (!erreur) {
                     erreur = std::current_exception();
                 }
-                echec = true;
             }
         }
         std::lock_guard<std::mutex> garde(verrou);
@@ -53,6 +53,52 @@ struct Repetition
     std::condition_variable tousFinis;
     unsigned long finis = 0;
     std::exception_ptr erreur;
+};
+
+// Fin d'un envoi synchrone, partagée avec le bloc posté : l'appelant peut revenir avant que
+// la file ne détruise le bloc.
+class FinSync
+{
+public:
+    // Le premier signal compte.
+    void Signale(std::exception_ptr erreur)
+    {
+        std::lock_guard<std::mutex> garde(_verrou);
+        if (!_finie) {
+            _finie = true;
+            _erreur = std::move(erreur);
+            _signal.notify_one();
+        }
+    }
+    void Attends()
+    {
+        std::unique_lock<std::mutex> attente(_verrou);
+        _signal.wait(attente, [this] { return _finie; });
+        if (_erreur) {
+            std::rethrow_exception(_erreur);
+        }
+    }
+
+private:
+    std::mutex _verrou;
+    std::condition_variable _signal;
+    bool _finie = false;
+    std::exception_ptr _erreur;
+};
+
+// Détruit avec le bloc posté : si la file l'abandonne sans l'exécuter (l'application
+// détruite avant que sa boucle ne le serve), l'appelant reçoit OperationInvalide au lieu
+// d'attendre sans fin.
+class JetonSync
+{
+public:
+    explicit JetonSync(std::shared_ptr<FinSync> fin) : _fin(std::move(fin)) {}
+    JetonSync(JetonSync const&) = delete;
+    JetonSync& operator=(JetonSync const&) = delete;
+    ~JetonSync() { _fin->Signale(std::make_exception_ptr(exceptions::OperationInvalide())); }
+
+private:
+    std::shared_ptr<FinSync> const _fin;
 };
 
 } // namespace
@@ -76,25 +122,16 @@ void MoteurFile::ExecuteSync(std::function<void()> const& bloc)
         bloc();
         return;
     }
-    std::mutex verrou;
-    std::condition_variable signal;
-    bool fini = false;
-    std::exception_ptr erreur;
-    Poste([&] {
+    auto const fin = std::make_shared<FinSync>();
+    Poste([fin, jeton = std::make_shared<JetonSync>(fin), &bloc] {
         try {
             bloc();
+            fin->Signale(nullptr);
         } catch (...) {
-            erreur = std::current_exception();
+            fin->Signale(std::current_exception());
         }
-        std::lock_guard<std::mutex> garde(verrou);
-        fini = true;
-        signal.notify_one();
     });
-    std::unique_lock<std::mutex> attente(verrou);
-    signal.wait(attente, [&] { return fini; });
-    if (erreur) {
-        std::rethrow_exception(erreur);
-    }
+    fin->Attends();
 }
 
 void MoteurFile::ExecuteNFois(unsigned long n, std::function<void(unsigned int)> const& bloc)
