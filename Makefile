@@ -1,5 +1,5 @@
 # Porte d'entrée : make, make test, make asan-test, make tsan-test, make bench, make fuzz.
-.PHONY: all dependances test asan-test tsan-test bench fuzz clean
+.PHONY: all dependances test asan-test tsan-test bench fuzz abi-reference clean
 
 all: dependances
 	cmake --preset dev
@@ -27,6 +27,13 @@ bench: dependances
 fuzz: dependances
 	cmake --preset fuzz
 	cmake --build --preset fuzz
+
+# Réécrit la référence de l'interface binaire depuis la bibliothèque construite : à faire,
+# et à valider dans le même commit, quand un changement d'interface est voulu.
+abi-reference: all
+	rm -rf build/dev/paquet
+	cmake --install build/dev --prefix build/dev/paquet >/dev/null
+	sh scripts/verifie-abi.sh build/dev/paquet --accepte
 
 clean:
 	rm -rf build

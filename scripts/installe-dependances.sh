@@ -12,7 +12,7 @@ paquets=(
   unicode-data gettext python3
   libgtest-dev libgmock-dev libbenchmark-dev
   libmarisa-dev wfrench
-  clang libclang-rt-14-dev
+  clang libclang-rt-14-dev abigail-tools
   libxml2-dev libxslt1-dev libogg-dev libvorbis-dev
 )
 

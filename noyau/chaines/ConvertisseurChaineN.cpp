@@ -46,6 +46,15 @@ std::unique_ptr<ConvertisseurChaineN> CreeConvertisseur(int codage)
 } // namespace
 
 ConvertisseurChaineN::~ConvertisseurChaineN() = default;
+ConvertisseurChaineNCodageUnOctet::~ConvertisseurChaineNCodageUnOctet() = default;
+ConvertisseurChaineNMacRoman::~ConvertisseurChaineNMacRoman() = default;
+ConvertisseurChaineNLatin9::~ConvertisseurChaineNLatin9() = default;
+ConvertisseurChaineNWinLatin1::~ConvertisseurChaineNWinLatin1() = default;
+ConvertisseurChaineNDOS::~ConvertisseurChaineNDOS() = default;
+ConvertisseurChaineNUTF8::~ConvertisseurChaineNUTF8() = default;
+ConvertisseurChaineNUTF16::~ConvertisseurChaineNUTF16() = default;
+ConvertisseurChaineNUTF16LE::~ConvertisseurChaineNUTF16LE() = default;
+ConvertisseurChaineNUTF16BE::~ConvertisseurChaineNUTF16BE() = default;
 
 ConvertisseurChaineN const& ConvertisseurChaineN::DonnePourCodage(int codage)
 {

@@ -18,20 +18,20 @@ public:
     virtual ~ConvertisseurChaineN();
 
     // Nombre d'unités qui suffit toujours pour n octets.
-    virtual std::size_t MaxUnitesPourOctets(std::size_t n) const noexcept { return n; }
+    NOYAU_EXPORT virtual std::size_t MaxUnitesPourOctets(std::size_t n) const noexcept { return n; }
     // Décode n octets dans dest (MaxUnitesPourOctets(n) places) ; renvoie les unités écrites.
     virtual std::size_t VersUTF16(char const* octets, std::size_t n,
                                   char16_t* dest) const noexcept = 0;
 
     // Nombre d'octets qui suffit toujours pour n unités.
-    virtual std::size_t MaxOctetsPourUnites(std::size_t n) const noexcept { return n; }
+    NOYAU_EXPORT virtual std::size_t MaxOctetsPourUnites(std::size_t n) const noexcept { return n; }
     // Encode n unités dans dest (taille octets au plus, sans couper un caractère) ; renvoie
     // les octets écrits.
     virtual std::size_t DepuisUTF16(char16_t const* unites, std::size_t n, char* dest,
                                     std::size_t taille) const noexcept = 0;
 
     // Octets du zéro final d'une chaîne dans ce codage.
-    virtual std::size_t TailleTerminateur() const noexcept { return 1; }
+    NOYAU_EXPORT virtual std::size_t TailleTerminateur() const noexcept { return 1; }
     // Octets qui précèdent le zéro final (une unité nulle entière en UTF-16).
     std::size_t OctetsAvantLeZero(char const* octets) const noexcept;
 
@@ -62,6 +62,7 @@ public:
 class NOYAU_EXPORT ConvertisseurChaineNCodageUnOctet : public ConvertisseurChaineN
 {
 public:
+    ~ConvertisseurChaineNCodageUnOctet() override;
     explicit ConvertisseurChaineNCodageUnOctet(char16_t const (&table)[256]);
 
     std::size_t VersUTF16(char const* octets, std::size_t n,
@@ -92,33 +93,41 @@ private:
 class NOYAU_EXPORT ConvertisseurChaineNMacRoman : public ConvertisseurChaineNCodageUnOctet
 {
 public:
+    ~ConvertisseurChaineNMacRoman() override;
     ConvertisseurChaineNMacRoman();
 };
 
 class NOYAU_EXPORT ConvertisseurChaineNLatin9 : public ConvertisseurChaineNCodageUnOctet
 {
 public:
+    ~ConvertisseurChaineNLatin9() override;
     ConvertisseurChaineNLatin9();
 };
 
 class NOYAU_EXPORT ConvertisseurChaineNWinLatin1 : public ConvertisseurChaineNCodageUnOctet
 {
 public:
+    ~ConvertisseurChaineNWinLatin1() override;
     ConvertisseurChaineNWinLatin1();
 };
 
 class NOYAU_EXPORT ConvertisseurChaineNDOS : public ConvertisseurChaineNCodageUnOctet
 {
 public:
+    ~ConvertisseurChaineNDOS() override;
     ConvertisseurChaineNDOS();
 };
 
 class NOYAU_EXPORT ConvertisseurChaineNUTF8 : public ConvertisseurChaineN
 {
 public:
+    ~ConvertisseurChaineNUTF8() override;
     std::size_t VersUTF16(char const* octets, std::size_t n,
                           char16_t* dest) const noexcept override;
-    std::size_t MaxOctetsPourUnites(std::size_t n) const noexcept override { return 3 * n; }
+    NOYAU_EXPORT std::size_t MaxOctetsPourUnites(std::size_t n) const noexcept override
+    {
+        return 3 * n;
+    }
     std::size_t DepuisUTF16(char16_t const* unites, std::size_t n, char* dest,
                             std::size_t taille) const noexcept override;
     bool LisUnite(FluxEntree& flux, EtatLecture& etat, char16_t* unite) const override;
@@ -128,15 +137,22 @@ public:
 class NOYAU_EXPORT ConvertisseurChaineNUTF16 : public ConvertisseurChaineN
 {
 public:
+    ~ConvertisseurChaineNUTF16() override;
     explicit ConvertisseurChaineNUTF16(bool grosBoutiste) : _grosBoutiste(grosBoutiste) {}
 
-    std::size_t MaxUnitesPourOctets(std::size_t n) const noexcept override { return (n + 1) / 2; }
+    NOYAU_EXPORT std::size_t MaxUnitesPourOctets(std::size_t n) const noexcept override
+    {
+        return (n + 1) / 2;
+    }
     std::size_t VersUTF16(char const* octets, std::size_t n,
                           char16_t* dest) const noexcept override;
-    std::size_t MaxOctetsPourUnites(std::size_t n) const noexcept override { return 2 * n; }
+    NOYAU_EXPORT std::size_t MaxOctetsPourUnites(std::size_t n) const noexcept override
+    {
+        return 2 * n;
+    }
     std::size_t DepuisUTF16(char16_t const* unites, std::size_t n, char* dest,
                             std::size_t taille) const noexcept override;
-    std::size_t TailleTerminateur() const noexcept override { return 2; }
+    NOYAU_EXPORT std::size_t TailleTerminateur() const noexcept override { return 2; }
     bool LisUnite(FluxEntree& flux, EtatLecture& etat, char16_t* unite) const override;
 
 private:
@@ -146,12 +162,14 @@ private:
 class NOYAU_EXPORT ConvertisseurChaineNUTF16LE : public ConvertisseurChaineNUTF16
 {
 public:
+    ~ConvertisseurChaineNUTF16LE() override;
     ConvertisseurChaineNUTF16LE() : ConvertisseurChaineNUTF16(false) {}
 };
 
 class NOYAU_EXPORT ConvertisseurChaineNUTF16BE : public ConvertisseurChaineNUTF16
 {
 public:
+    ~ConvertisseurChaineNUTF16BE() override;
     ConvertisseurChaineNUTF16BE() : ConvertisseurChaineNUTF16(true) {}
 };
 

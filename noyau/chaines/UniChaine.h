@@ -90,7 +90,7 @@ public:
     virtual ~UniChaine();
     // Point d'extension des classes dérivées ; ne fait rien ici. Les virtuelles gardent cet
     // ordre : destructeur, Actualise, hash.
-    virtual void Actualise() {}
+    NOYAU_EXPORT virtual void Actualise() {}
 
     UniChaine& operator=(UniChaine const& autre);
     UniChaine& operator=(UniChaine&& autre) noexcept;

@@ -17,6 +17,8 @@ QString Normalise(QString const& chemin)
 
 } // namespace
 
+UniChemin::~UniChemin() = default;
+
 UniChemin DonneUniChaineSeparationChemin()
 {
     return kUniCheminSeparationChemin;

@@ -16,6 +16,11 @@ public:
     UniChemin(UniChaine const& texte);
     UniChemin(char16_t const* texte, int longueur = -1);
     UniChemin(QString const& texte);
+    UniChemin(UniChemin const&) = default;
+    UniChemin(UniChemin&&) = default;
+    UniChemin& operator=(UniChemin const&) = default;
+    UniChemin& operator=(UniChemin&&) = default;
+    ~UniChemin() override;
 
     UniChemin NormaliseSeparateurs() const;
 

@@ -40,7 +40,7 @@ public:
     DAlerteInfo& operator=(DAlerteInfo const& source);
     virtual ~DAlerteInfo();
 
-    virtual UniChaine DonneExplication() const { return _explication; }
+    NOYAU_EXPORT virtual UniChaine DonneExplication() const { return _explication; }
 
     bool EstNULL() const;
     eTypeDialogue DonneTypeDialogue() const noexcept { return _type; }

@@ -15,7 +15,7 @@ public:
     ~ExceptionCode() override;
 
     // UTF-8 de DonneChainePourStdException(), valable autant que l'exception.
-    char const* what() const noexcept override { return _texte.c_str(); }
+    NOYAU_EXPORT char const* what() const noexcept override { return _texte.c_str(); }
     DAlerteInfo const& DonneAlerte() const noexcept { return _alerte; }
 
 private:

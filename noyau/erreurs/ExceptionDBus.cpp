@@ -21,6 +21,7 @@ ExceptionDBus::ExceptionDBus(eTypeException type, QString nom, QDBusError erreur
 }
 
 ExceptionDBus::~ExceptionDBus() = default;
+ExceptionApiDBus::~ExceptionApiDBus() = default;
 
 ExceptionApiDBus::ExceptionApiDBus(QString const& texte, int code)
     : ExceptionModulePelimore(

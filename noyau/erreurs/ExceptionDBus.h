@@ -33,6 +33,7 @@ private:
 class NOYAU_EXPORT ExceptionApiDBus : public ExceptionModulePelimore
 {
 public:
+    ~ExceptionApiDBus() override;
     ExceptionApiDBus(QString const& texte, int code);
 };
 

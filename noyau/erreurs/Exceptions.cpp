@@ -81,6 +81,16 @@ ExceptionX11::ExceptionX11(unsigned long fenetre)
 }
 
 ExceptionModulePelimore::~ExceptionModulePelimore() = default;
+TableNonValide::~TableNonValide() = default;
+ErreurDeserialisation::~ErreurDeserialisation() = default;
+OuvertureEchouee::~OuvertureEchouee() = default;
+MemoireInsuffisante::~MemoireInsuffisante() = default;
+ValeurIndefinieIterateur::~ValeurIndefinieIterateur() = default;
+LiberationObjetImpossible::~LiberationObjetImpossible() = default;
+IndexHorsBorne::~IndexHorsBorne() = default;
+OperationInvalide::~OperationInvalide() = default;
+PointeurInvalide::~PointeurInvalide() = default;
+ExceptionX11::~ExceptionX11() = default;
 
 void LanceIndexHorsBorne(unsigned long index, unsigned long min, unsigned long max)
 {

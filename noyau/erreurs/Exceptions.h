@@ -26,36 +26,42 @@ protected:
 class NOYAU_EXPORT TableNonValide : public Exception
 {
 public:
+    ~TableNonValide() override;
     explicit TableNonValide(UniChaine const& explication);
 };
 
 class NOYAU_EXPORT ErreurDeserialisation : public Exception
 {
 public:
+    ~ErreurDeserialisation() override;
     explicit ErreurDeserialisation(UniChaine const& explication);
 };
 
 class NOYAU_EXPORT OuvertureEchouee : public Exception
 {
 public:
+    ~OuvertureEchouee() override;
     explicit OuvertureEchouee(UniChaine const& explication);
 };
 
 class NOYAU_EXPORT MemoireInsuffisante : public Exception
 {
 public:
+    ~MemoireInsuffisante() override;
     explicit MemoireInsuffisante(UniChaine const& explication);
 };
 
 class NOYAU_EXPORT ValeurIndefinieIterateur : public Exception
 {
 public:
+    ~ValeurIndefinieIterateur() override;
     ValeurIndefinieIterateur();
 };
 
 class NOYAU_EXPORT LiberationObjetImpossible : public Exception
 {
 public:
+    ~LiberationObjetImpossible() override;
     LiberationObjetImpossible();
 };
 
@@ -63,24 +69,28 @@ public:
 class NOYAU_EXPORT IndexHorsBorne : public Exception
 {
 public:
+    ~IndexHorsBorne() override;
     IndexHorsBorne(unsigned long index, unsigned long min, unsigned long max);
 };
 
 class NOYAU_EXPORT OperationInvalide : public Exception
 {
 public:
+    ~OperationInvalide() override;
     OperationInvalide();
 };
 
 class NOYAU_EXPORT PointeurInvalide : public Exception
 {
 public:
+    ~PointeurInvalide() override;
     PointeurInvalide();
 };
 
 class NOYAU_EXPORT ExceptionX11 : public Exception
 {
 public:
+    ~ExceptionX11() override;
     explicit ExceptionX11(unsigned long fenetre);
 };
 

@@ -22,6 +22,7 @@ void RecoisFormate(ReceveurTrace& receveur, sdd::ChaineN::Codage codage, char co
 } // namespace
 
 ReceveurTrace::~ReceveurTrace() = default;
+ReceveurTraceGenerique::~ReceveurTraceGenerique() = default;
 
 void ReceveurTrace::RecoisTrace(sdd::ChaineN::Codage codage, char const* texte, int longueur)
 {

@@ -28,6 +28,7 @@ public:
 class NOYAU_EXPORT ReceveurTraceGenerique : public ReceveurTrace
 {
 public:
+    ~ReceveurTraceGenerique() override;
     void RecoisLigneTrace(sdd::ChaineN const& ligne) override;
 };
 

@@ -38,7 +38,7 @@ public:
     virtual void Termine();
     virtual void Execute() = 0;
     // Code de résultat qu'une sous-classe rend une fois le corps revenu ; 0 par défaut.
-    virtual int DonneResultat() const { return 0; }
+    NOYAU_EXPORT virtual int DonneResultat() const { return 0; }
 
     int DonneIdent() const;
     bool ATerminay() const;

@@ -22,7 +22,7 @@ public:
 
     bool EstALaFin() const override;
     unsigned int DonnePosition() const override;
-    unsigned char Donne() override
+    NOYAU_EXPORT unsigned char Donne() override
     {
         if (_etat == kEnLecture && _debut < _fin) {
             return _tampon[_debut++];
@@ -42,7 +42,7 @@ public:
     // Les lignes passent par le tampon, avec les règles de Fichier.
     bool DonneLigne(char* tampon, int taille) override;
     using Fichier::DonneLigne;
-    void Mets(unsigned char octet) override
+    NOYAU_EXPORT void Mets(unsigned char octet) override
     {
         if (_etat == kEnEcriture && _fin < kTailleTampon) {
             _tampon[_fin++] = octet;

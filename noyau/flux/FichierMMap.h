@@ -31,11 +31,11 @@ public:
     FichierMMap& operator=(FichierMMap const&) = delete;
     ~FichierMMap() override;
 
-    bool EstALaFin() const override { return _position >= _taille; }
-    unsigned int DonnePosition() const override { return _position; }
+    NOYAU_EXPORT bool EstALaFin() const override { return _position >= _taille; }
+    NOYAU_EXPORT unsigned int DonnePosition() const override { return _position; }
     // Volontaire : la position égale à la taille se lit encore (0, l'octet d'après n'est pas
     // touché) ; au-delà, IndexHorsBorne(position, 0, taille).
-    unsigned char Donne() override
+    NOYAU_EXPORT unsigned char Donne() override
     {
         if (_position >= _taille) {
             return _DonneAuBout();
@@ -44,14 +44,14 @@ public:
     }
     // Vérifie tout l'intervalle : IndexHorsBorne(position + n, 0, taille), position gardée.
     unsigned int Donne(unsigned int n, unsigned char* dest) override;
-    void PositionneAuDebut() override { _position = 0; }
+    NOYAU_EXPORT void PositionneAuDebut() override { _position = 0; }
     // Aucune vérification : ce sont les lectures qui vérifient.
-    void Positionne(unsigned int position) override { _position = position; }
-    void PositionneALaFin() override { _position = _taille; }
+    NOYAU_EXPORT void Positionne(unsigned int position) override { _position = position; }
+    NOYAU_EXPORT void PositionneALaFin() override { _position = _taille; }
     // Vérifie la position avant l'avance, pas les n octets : l'appelant en répond.
     unsigned char const* PtrEtAvance(unsigned int n) override;
     unsigned char const* Ptr() const override;
-    unsigned int DonneTaille() const override { return _taille; }
+    NOYAU_EXPORT unsigned int DonneTaille() const override { return _taille; }
     TamponMemoire* TamponEnPretantDonnees() override;
 
 private:

@@ -39,22 +39,22 @@ public:
     ~TamponMemoire() override;
 
     // Flux
-    bool EstALaFin() const override { return _position >= _taille; }
-    unsigned int DonnePosition() const override { return _position; }
+    NOYAU_EXPORT bool EstALaFin() const override { return _position >= _taille; }
+    NOYAU_EXPORT unsigned int DonnePosition() const override { return _position; }
 
     // Lecture
-    unsigned char Donne() override
+    NOYAU_EXPORT unsigned char Donne() override
     {
         unsigned int const p = _position++;
         return p < _capacite ? _donnees[p] : 0;
     }
     unsigned int Donne(unsigned int n, unsigned char* dest) override;
-    void PositionneAuDebut() override { MetsPosition(0); }
-    void Positionne(unsigned int position) override { MetsPosition(position); }
-    void PositionneALaFin() override { MetsPosition(_taille); }
+    NOYAU_EXPORT void PositionneAuDebut() override { MetsPosition(0); }
+    NOYAU_EXPORT void Positionne(unsigned int position) override { MetsPosition(position); }
+    NOYAU_EXPORT void PositionneALaFin() override { MetsPosition(_taille); }
     unsigned char const* PtrEtAvance(unsigned int n) override;
-    unsigned char const* Ptr() const override { return _donnees + _position; }
-    unsigned int DonneTaille() const override { return _taille; }
+    NOYAU_EXPORT unsigned char const* Ptr() const override { return _donnees + _position; }
+    NOYAU_EXPORT unsigned int DonneTaille() const override { return _taille; }
     TamponMemoire* TamponEnPretantDonnees() override;
 
     virtual void Vide();
@@ -62,7 +62,7 @@ public:
     virtual char* DonneCString();
     // Le même zéro, puis une copie neuve (delete[] par l'appelant) de position + 1 octets.
     virtual char* CreeCString();
-    virtual unsigned char* DonneDonnees() const { return _donnees; }
+    NOYAU_EXPORT virtual unsigned char* DonneDonnees() const { return _donnees; }
     // Ligne suivante (sans sa fin CR, LF ou CR LF) dans dest, au plus max - 1 octets suivis
     // d'un zéro. Faux, sans rien toucher, à la fin du tampon.
     virtual bool DonneLigne(char* dest, int max);
@@ -70,7 +70,7 @@ public:
     virtual bool DonneLigne(TamponMemoire& ligne);
 
     // Écriture
-    void Mets(unsigned char octet) override
+    NOYAU_EXPORT void Mets(unsigned char octet) override
     {
         // Un octet de réserve reste toujours après les données.
         if (std::uint64_t(_position) + 1 >= _capacite) {
@@ -79,12 +79,12 @@ public:
         _donnees[_position++] = octet;
         _taille = _position;
     }
-    void Mets(unsigned char const* octets, unsigned int n) override
+    NOYAU_EXPORT void Mets(unsigned char const* octets, unsigned int n) override
     {
         Mets(reinterpret_cast<char const*>(octets), n);
     }
     // Les octets peuvent venir du tampon lui-même, même quand il doit grandir.
-    virtual void Mets(char const* octets, unsigned int n)
+    NOYAU_EXPORT virtual void Mets(char const* octets, unsigned int n)
     {
         std::uint64_t const fin = std::uint64_t(_position) + n;
         if (fin >= _capacite) {
