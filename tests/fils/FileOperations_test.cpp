@@ -7,6 +7,7 @@
 #include "ApplicationTest.h"
 #include "Loquet.h"
 
+#include <QEvent>
 #include <QThread>
 #include <gtest/gtest.h>
 
@@ -288,4 +289,36 @@ TEST(FileOperations, Principale)
     ServsJusqua([&] { return vus.size() >= 5; });
     EXPECT_EQ(vus, (std::vector<int>{-1, 0, 1, 2, 3}));
     EXPECT_TRUE(surPrincipal);
+}
+
+// Un bloc synchrone que la boucle principale jette sans l'exécuter (ici un filtre l'avale ;
+// de même quand l'application est détruite avant de le servir) : l'appelant reçoit
+// OperationInvalide au lieu d'attendre sans fin.
+TEST(FileOperations, SyncAbandonneParLaBouclePrincipale)
+{
+    struct Avaleur : QObject
+    {
+        bool eventFilter(QObject*, QEvent* evenement) override
+        {
+            bool const appel = evenement->type() == QEvent::MetaCall;
+            avales += appel;
+            return appel;
+        }
+        std::atomic<int> avales{0};
+    } avaleur;
+    QCoreApplication& application = ApplicationTest();
+    application.installEventFilter(&avaleur);
+    std::atomic<bool> execute{false}, abandonne{false};
+    std::thread envoi([&] {
+        try {
+            FileOperations::Principale()->LanceBlocOperationSync([&] { execute = true; });
+        } catch (sdd::exceptions::OperationInvalide const&) {
+            abandonne = true;
+        }
+    });
+    ServsJusqua([&] { return avaleur.avales > 0; });
+    envoi.join();
+    application.removeEventFilter(&avaleur);
+    EXPECT_TRUE(abandonne);
+    EXPECT_FALSE(execute);
 }
