@@ -70,6 +70,18 @@ public:
             _signal.notify_one();
         }
     }
+    // Le bloc est détruit : s'il n'a pas fini, il ne finira jamais. L'exception n'est faite
+    // que dans ce cas (la destruction peut suivre de loin la fin, jusque pendant la sortie du
+    // processus).
+    void Abandonne()
+    {
+        std::lock_guard<std::mutex> garde(_verrou);
+        if (!_finie) {
+            _finie = true;
+            _erreur = std::make_exception_ptr(exceptions::OperationInvalide());
+            _signal.notify_one();
+        }
+    }
     void Attends()
     {
         std::unique_lock<std::mutex> attente(_verrou);
@@ -95,7 +107,7 @@ public:
     explicit JetonSync(std::shared_ptr<FinSync> fin) : _fin(std::move(fin)) {}
     JetonSync(JetonSync const&) = delete;
     JetonSync& operator=(JetonSync const&) = delete;
-    ~JetonSync() { _fin->Signale(std::make_exception_ptr(exceptions::OperationInvalide())); }
+    ~JetonSync() { _fin->Abandonne(); }
 
 private:
     std::shared_ptr<FinSync> const _fin;
