@@ -107,11 +107,12 @@ void DFil::AttendsLaFin()
 void DFil::Debute(ePriorite priorite)
 {
     if (_prive->fil != nullptr) {
-        // Un corps qui tourne (ni drapeau levé ni retour de run, ou appel depuis le fil
-        // lui-même) garde son QThread ; un Termine redéfini peut ne jamais lever le drapeau.
+        // Un corps qui tourne (QThread en marche sans drapeau levé ni retour de run, ou
+        // appel depuis le fil lui-même) garde son QThread. Un Termine redéfini peut ne jamais
+        // lever le drapeau ; un démarrage échoué laisse un QThread qui n'a jamais tourné.
         // Un corps revenu précède d'un instant la fin du QThread selon Qt : on attend cet
         // instant avant de le remplacer.
-        bool const revenu = ATerminay() || _prive->fil->EstRevenu();
+        bool const revenu = ATerminay() || _prive->fil->EstRevenu() || !_prive->fil->isRunning();
         if (!revenu || _prive->fil == QThread::currentThread()) {
             throw exceptions::OperationInvalide();
         }

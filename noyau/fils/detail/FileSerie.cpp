@@ -147,7 +147,8 @@ void FileSerie::ExecuteSync(std::function<void()> const& bloc)
     });
     ++_nbAttentes;
     while (!attente.finie) {
-        if (!_servie && EstFilDePool()) {
+        // Hors du pool, on ne sert la file que si aucun tour n'a pu être posté (mémoire).
+        if (!_servie && (EstFilDePool() || !_tourPoste)) {
             _ServsJusqua(verrou, attente);
         } else {
             _rendue.wait(verrou);

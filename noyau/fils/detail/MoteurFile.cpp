@@ -175,7 +175,11 @@ void MoteurFile::_ExecuteNFoisEnParallele(unsigned long n,
     unsigned long const aides =
         std::min<unsigned long>(n - 1, PoolGlobal::Donne(PoolGlobal::kDefaut)->DonneNbFils());
     for (unsigned long a = 0; a < aides; ++a) {
-        Poste([repetition] { repetition->Travaille(); });
+        try {
+            Poste([repetition] { repetition->Travaille(); });
+        } catch (...) {
+            break; // sans mémoire pour une aide de plus : l'appelant fera sa part
+        }
     }
     repetition->Travaille();
     std::unique_lock<std::mutex> attente(repetition->verrou);
