@@ -33,7 +33,7 @@ fuzz: dependances
 abi-reference: all
 	rm -rf build/dev/paquet
 	cmake --install build/dev --prefix build/dev/paquet >/dev/null
-	sh scripts/verifie-abi.sh build/dev/paquet --accepte
+	sh scripts/verifie-abi.sh --accepte build/dev/paquet/lib/libnoyau.so.1
 
 clean:
 	rm -rf build

@@ -18,7 +18,7 @@ cmake)
     cmake --build "$dossier"
     ;;
 pkg-config)
-    PKG_CONFIG_PATH=$prefixe/lib/pkgconfig
+    PKG_CONFIG_PATH=$(dirname "$(find "$prefixe" -name noyau.pc | head -n 1)")
     export PKG_CONFIG_PATH
     # Un fichier par appel, pour que ccache serve les constructions suivantes.
     for fichier in "$source"/*.cpp; do
@@ -27,7 +27,8 @@ pkg-config)
             -c "$fichier" -o "$dossier/$(basename "$fichier" .cpp).o"
     done
     # shellcheck disable=SC2046
-    "$compilateur" "$dossier"/*.o $(pkg-config --libs noyau) -Wl,-rpath,"$prefixe/lib" \
+    "$compilateur" "$dossier"/*.o $(pkg-config --libs noyau) \
+        -Wl,-rpath,"$(pkg-config --variable=libdir noyau)" \
         -o "$dossier/consommateur"
     ;;
 *)

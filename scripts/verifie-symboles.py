@@ -18,13 +18,15 @@ MACRO = "NOYAU_EXPORT"
 def sans_commentaires(texte):
     texte = re.sub(r"/\*.*?\*/", " ", texte, flags=re.S)
     texte = re.sub(r"//[^\n]*", " ", texte)
+    texte = re.sub(r"'(\\.|[^'\\])'", "''", texte)  # une accolade entre apostrophes
     return re.sub(r'"(\\.|[^"\\])*"', '""', texte)
 
 
 def classes_exportees(en_tetes):
     """Noms qualifiés des classes marquées NOYAU_EXPORT dans les en-têtes installés."""
+    attributs = r"(?:(?:__attribute__\s*\(\(.*?\)\)|alignas\s*\([^)]*\))\s*)*"
     jeton = re.compile(r"\bnamespace\s+([\w:]+)\s*\{|\b(?:class|struct)\s+" + MACRO +
-                       r"\s+([\w:]+)[^;{]*\{|[{}]")
+                       r"\s+" + attributs + r"([\w:]+)[^;{]*\{|[{}]")
     classes = set()
     for chemin in sorted(pathlib.Path(en_tetes).rglob("*.h")):
         portees = []  # un nom qualifiant par accolade ouverte, None pour les autres
@@ -112,6 +114,8 @@ def caches(bibliotheque, classes):
     """Ce qu'un client peut atteindre d'une classe exportée et que la bibliothèque cache :
     vtable, typeinfo, thunk, fonction virtuelle (désignée par une vtable)."""
     tous = list(symboles(bibliotheque, False))
+    if not any(genre.islower() for _, _, genre, _ in tous):
+        sys.exit(f"{bibliotheque} : pas de table des symboles locaux (bibliothèque dépouillée ?)")
     exportes = {nom for _, _, _, nom in symboles(bibliotheque, True)}
     visibles = {adresse for adresse, _, genre, _ in tous if not genre.islower()}
     pointees = virtuelles(tous, cibles_relatives(bibliotheque))

@@ -49,10 +49,24 @@ public:
     std::vector<sdd::ChaineN> lignes;
 };
 
+// Une exception du programme, dérivée de la base de la bibliothèque.
+class ErreurDuProgramme : public sdd::exceptions::Exception
+{
+public:
+    ErreurDuProgramme() : Exception(UniChaine("programme"), UniChaine("détail")) {}
+};
+
 } // namespace
 
 void VerifieErreurs()
 {
+    try {
+        throw ErreurDuProgramme();
+    } catch (sdd::exceptions::Exception const& e) {
+        VERIFIE(dynamic_cast<ErreurDuProgramme const*>(&e) != nullptr &&
+                e.Message() == UniChaine("programme"));
+    }
+
     namespace ex = sdd::exceptions;
     ex::ExceptionDBus const dbus(ex::ExceptionDBus::kEnregistrementService, QStringLiteral("o.c"),
                                  QDBusError(QDBusError::AccessDenied, QStringLiteral("refus")));

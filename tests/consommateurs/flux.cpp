@@ -159,10 +159,31 @@ void VerifieFormes()
     }
 }
 
+// Un tampon du programme : il compte les octets écrits un à un et laisse le reste à la base.
+class TamponCompteur : public sdd::TamponMemoire
+{
+public:
+    TamponCompteur() : TamponMemoire(2) {}
+    void Mets(unsigned char octet) override
+    {
+        ++octetsSeuls;
+        TamponMemoire::Mets(octet);
+    }
+    using TamponMemoire::Mets;
+    int octetsSeuls = 0;
+};
+
 } // namespace
 
 void VerifieFlux(UniChemin const& dossier)
 {
+    // Dérivé dans le programme, écrit et relu par les bases.
+    TamponCompteur compteur;
+    EcrisMotif(compteur);
+    VERIFIE(Octets(compteur) == kMotif && compteur.octetsSeuls > 0);
+    compteur.PositionneAuDebut();
+    VERIFIE(LisMotif(compteur));
+
     // Tampon en mémoire : octets exacts, copie, emprunt, transfert entre flux.
     sdd::TamponMemoire tampon(4);
     EcrisMotif(tampon);
